@@ -1,0 +1,83 @@
+#pragma once
+// Form1 holds the worksheet (List1 to List10), the tally table and the
+// team colours, and performs the stages of an analysis run. It is never
+// shown; the host window provides everything visible.
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/host.h"
+#include "analysis/worksheet_list.h"
+#include "stats/flag_kinds.h"
+#include "stats/tally_table.h"
+
+namespace vantor {
+
+class EventIndex;
+
+class Form1 {
+ public:
+  explicit Form1(Host& host);
+  ~Form1();
+  Form1(const Form1&) = delete;
+  Form1& operator=(const Form1&) = delete;
+
+  // The worksheet. Rows of List2/List3/List4 are parallel (killer, victim,
+  // method of one kill or suicide), as are List5/List6 (player text and
+  // action of one flag event).
+  WorksheetList List1;   // kept log lines; after KillCheck, the unknown ones
+  WorksheetList List2;   // killer, "Himself" for a suicide
+  WorksheetList List3;   // victim
+  WorksheetList List4;   // method
+  WorksheetList List5;   // flag event player text
+  WorksheetList List6;   // flag action
+  WorksheetList List7;   // roster
+  WorksheetList List8;   // Blue members
+  WorksheetList List9;   // Red members
+  WorksheetList List10;  // destroyers of sentry guns
+
+  // Team colour recorded per slot by the flag counting: "Blue", "Red" or "".
+  std::vector<std::string> strPlayerTeam;
+  // One slot per team member of the last run (Blue first, then Red).
+  TallyTable tally;
+
+  // Empties the ten lists in order, then the statistics table.
+  void ClearLists();
+  // Forgets the team colours of earlier runs, so that the same log always
+  // gives the same teams. Every run starts with it.
+  void ResetTeamColours() { strPlayerTeam.clear(); }
+
+  // Stages of a run, in the order the runs call them.
+  void LoadFile();
+  void KillCheck();
+  void GetIndividualPlayers();
+  void SplitByColor();
+  void subCheckTeam();
+  void GetIndivStats();
+  void OutputToHTML(std::size_t nB, std::size_t nR);
+
+  Host& host() { return host_; }
+  // Whether the last OutputToHTML put this run's report in place.
+  bool ReportWritten() const { return report_written_; }
+
+ private:
+  // The flag events credited to clnMember, by kind, with the colours they
+  // leave behind.
+  FlagCredit GetFlagInfo(std::string_view clnMember);
+  const EventIndex& Events();
+  void CountKillEvents(std::size_t nB, std::size_t nR);
+  void CountFlagEvents(std::size_t nB, std::size_t nR);
+  void FillStatisticsTable(std::size_t nB, std::size_t nR);
+  void RemoveCountedEvents();
+
+  Host& host_;
+  // Built from the event lists on first use in a run; dropped whenever the
+  // event lists change.
+  std::unique_ptr<EventIndex> events_;
+  bool report_written_ = false;
+};
+
+}  // namespace vantor

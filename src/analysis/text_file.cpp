@@ -1,0 +1,85 @@
+#include "analysis/text_file.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vantor {
+
+std::string WriteFailure(const std::string& path, int error) {
+  return "Could not write " + path + ": " + std::strerror(error);
+}
+
+namespace {
+
+// Files get the permissions a plain create would give them.
+void ApplyUmaskPermissions(int fd) {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  ::fchmod(fd, 0666 & ~mask);
+}
+
+}  // namespace
+
+TextFileWriter::TextFileWriter(std::string target) : target_(std::move(target)) {
+  std::vector<char> name(target_.begin(), target_.end());
+  const std::string_view suffix = ".tmp-XXXXXX";
+  name.insert(name.end(), suffix.begin(), suffix.end());
+  name.push_back('\0');
+  const int fd = ::mkstemp(name.data());
+  if (fd < 0) {
+    Fail("create", errno);
+    return;
+  }
+  ApplyUmaskPermissions(fd);
+  temp_.assign(name.data());
+  file_ = ::fdopen(fd, "wb");
+  if (file_ == nullptr) {
+    Fail("open", errno);
+    ::close(fd);
+  }
+}
+
+TextFileWriter::~TextFileWriter() {
+  if (file_ != nullptr) std::fclose(file_);
+  if (!temp_.empty()) ::unlink(temp_.c_str());
+}
+
+void TextFileWriter::Fail(const char*, int error) {
+  if (!result_.ok) return;
+  result_.ok = false;
+  result_.message = WriteFailure(target_, error);
+}
+
+void TextFileWriter::WriteLine(std::string_view line) {
+  if (file_ == nullptr || !result_.ok) return;
+  if (std::fwrite(line.data(), 1, line.size(), file_) != line.size() ||
+      std::fwrite("\r\n", 1, 2, file_) != 2) {
+    Fail("write", errno);
+  }
+}
+
+void TextFileWriter::WriteRaw(std::string_view bytes) {
+  if (file_ == nullptr || !result_.ok) return;
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) Fail("write", errno);
+}
+
+IoResult TextFileWriter::Commit() {
+  if (file_ != nullptr) {
+    const bool flushed = std::fflush(file_) == 0;
+    const int error = errno;
+    if (std::fclose(file_) != 0 || !flushed) Fail("close", flushed ? errno : error);
+    file_ = nullptr;
+  }
+  if (result_.ok && ::rename(temp_.c_str(), target_.c_str()) != 0) Fail("rename", errno);
+  if (result_.ok) temp_.clear();  // now the target: nothing to clean up
+  return result_;
+}
+
+}  // namespace vantor

@@ -1,0 +1,57 @@
+#include "cli/cli_host.h"
+
+#include <cstdlib>
+#include <unistd.h>
+#include <sys/wait.h>
+
+#include "report/report_path.h"
+
+namespace vantor {
+
+CliHost::CliHost(std::string output_dir, std::string program_dir, bool open_report,
+                 std::ostream& err)
+    : output_dir_(std::move(output_dir)),
+      program_dir_(std::move(program_dir)),
+      open_report_(open_report),
+      err_(err) {}
+
+void CliHost::StatisticsFilled() {
+  filled_ = table_;
+}
+
+void CliHost::ShowMessage(std::string_view text, MessageIcon) {
+  ++messages_;
+  err_ << "Vantor Log Analyzer: " << text << "\n";
+}
+
+std::string CliHost::ReadSetting(std::string_view key) const {
+  return key == kOutputDirSetting ? output_dir_ : std::string();
+}
+
+void CliHost::OpenDocument(const std::string& path) {
+  if (!open_report_) return;
+  // The desktop's opener, detached so the analysis does not wait for it.
+  const pid_t pid = ::fork();
+  if (pid == 0) {
+    if (::fork() == 0) {
+      ::execlp("xdg-open", "xdg-open", path.c_str(), static_cast<char*>(nullptr));
+    }
+    ::_exit(0);
+  }
+  if (pid > 0) ::waitpid(pid, nullptr, 0);
+}
+
+void PrintStatisticsTable(std::ostream& out, const StatisticsTable& table) {
+  for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) {
+    out << (c > 0 ? "\t" : "") << StatisticsTable::kHeadings[c];
+  }
+  out << "\n";
+  for (std::size_t r = 0; r < table.RowCount(); ++r) {
+    for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) {
+      out << (c > 0 ? "\t" : "") << table[c].At(r);
+    }
+    out << "\n";
+  }
+}
+
+}  // namespace vantor

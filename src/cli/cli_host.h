@@ -1,0 +1,56 @@
+#pragma once
+// The command-line host: messages go to stderr, the settings come from the
+// command line only (never from the desktop program's settings), and the
+// statistics table can be printed as tab-separated text.
+
+#include <cstdint>
+#include <ostream>
+#include <string>
+
+#include "analysis/host.h"
+
+namespace vantor {
+
+class CliHost : public Host {
+ public:
+  CliHost(std::string output_dir, std::string program_dir, bool open_report, std::ostream& err);
+
+  void SetChosenLogPath(std::string path) { chosen_ = std::move(path); }
+  void SetAppend(bool append) { append_ = append; }
+  // The statistics table as the tallies filled it, before a run could
+  // empty it again.
+  const StatisticsTable& FilledTable() const { return filled_; }
+  bool ShowedMessage() const { return messages_ > 0; }
+
+  std::string ChosenLogPath() const override { return chosen_; }
+  bool AppendChecked() const override { return append_; }
+  void SetProgressVisible(bool) override {}
+  void SetProgressMaximum(std::int64_t maximum) override { maximum_ = maximum; }
+  std::int64_t ProgressMaximum() const override { return maximum_; }
+  void SetProgressValue(std::int64_t) override {}
+  void SetProcessCaption(std::string_view) override {}
+  StatisticsTable& Statistics() override { return table_; }
+  void StatisticsFilled() override;
+  void ShowMessage(std::string_view text, MessageIcon icon) override;
+  std::string ReadSetting(std::string_view key) const override;
+  std::string ProgramDirectory() const override { return program_dir_; }
+  void OpenDocument(const std::string& path) override;
+
+ private:
+  std::string output_dir_;
+  std::string program_dir_;
+  bool open_report_;
+  std::ostream& err_;
+  std::string chosen_;
+  bool append_ = false;
+  std::int64_t maximum_ = 1000;
+  StatisticsTable table_;
+  StatisticsTable filled_;
+  int messages_ = 0;
+};
+
+// The statistics table as text: a header line, then one line per row, the
+// eleven cells joined by TAB, each line ended by LF.
+void PrintStatisticsTable(std::ostream& out, const StatisticsTable& table);
+
+}  // namespace vantor

@@ -1,0 +1,28 @@
+#pragma once
+// The command line of vantor-cli:
+//   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] LOG [LOG ...]
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantor {
+
+struct CliOptions {
+  std::optional<std::string> output_dir;  // the "OutputDir" setting; empty without it
+  std::optional<std::string> side_dir;    // where the side files go
+  bool table = false;
+  bool open = false;
+  bool help = false;
+  bool version = false;
+  std::vector<std::string> logs;
+};
+
+struct CliParse {
+  std::optional<CliOptions> options;  // none: a usage error
+  std::string error;                  // what was wrong, for the usage message
+};
+
+CliParse ParseCliOptions(const std::vector<std::string>& args);
+
+}  // namespace vantor

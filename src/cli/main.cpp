@@ -1,0 +1,89 @@
+// vantor-cli: the command-line twin of the desktop program. One log is
+// analysed as File > Open analyses it; several are appended one after the
+// other and analysed together, as with Tools > Append and Process.
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "analysis/analysis_run.h"
+#include "analysis/form1.h"
+#include "cli/cli_host.h"
+#include "cli/cli_options.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] LOG [LOG ...]\n";
+
+constexpr const char* kHelp =
+    "Analyse team capture-the-flag console logs into per-player statistics and\n"
+    "an HTML report.\n"
+    "\n"
+    "One LOG is analysed on its own; several LOGs are analysed together.\n"
+    "\n"
+    "  --output-dir DIR  write the report into DIR (default: next to the log)\n"
+    "  --side-dir DIR    write logoutput.txt, ignored.txt, chat.txt and\n"
+    "                    unknown.txt into DIR (default: the program's directory)\n"
+    "  --table           print the statistics table, tab-separated, to stdout\n"
+    "  --open            open the report with the desktop's default program\n"
+    "  --help            show this help and exit\n"
+    "  --version         show the version and exit\n"
+    "\n"
+    "Exit status: 0 when all went well, 1 when a message was shown, 2 for a\n"
+    "usage error.\n";
+
+std::string ProgramDirectory() {
+  std::error_code ec;
+  const auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+  return ec ? std::filesystem::current_path().string() : exe.parent_path().string();
+}
+
+std::string Absolute(const std::string& path) {
+  if (path.empty()) return path;  // no file chosen
+  std::error_code ec;
+  const auto absolute = std::filesystem::absolute(path, ec);
+  return ec ? path : absolute.string();
+}
+
+int Run(const vantor::CliOptions& options) {
+  vantor::CliHost host(options.output_dir.value_or(""), options.side_dir.value_or(ProgramDirectory()),
+                       options.open, std::cerr);
+  vantor::Form1 form(host);
+  const bool several = options.logs.size() > 1;
+  host.SetAppend(several);
+  for (const std::string& log : options.logs) {
+    host.SetChosenLogPath(Absolute(log));
+    form.LoadFile();
+  }
+  if (several) {
+    vantor::ProcessRun(form);
+  } else {
+    vantor::OpenRun(form);
+  }
+  if (options.table) vantor::PrintStatisticsTable(std::cout, host.FilledTable());
+  std::cout.flush();
+  return host.ShowedMessage() ? 1 : 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> args(argv + 1, argv + argc);
+  const vantor::CliParse parse = vantor::ParseCliOptions(args);
+  if (!parse.options) {
+    std::cerr << "vantor-cli: " << parse.error << "\n"
+              << kUsage << "Try 'vantor-cli --help' for more information.\n";
+    return 2;
+  }
+  if (parse.options->help) {
+    std::cout << kUsage << kHelp;
+    return 0;
+  }
+  if (parse.options->version) {
+    std::cout << "vantor-cli (Vantor Log Analyzer) 0.80\n";
+    return 0;
+  }
+  return Run(*parse.options);
+}

@@ -1,0 +1,113 @@
+#include "stats/event_index.h"
+
+
+#include "analysis/form1.h"
+#include "analysis/text_ops.h"
+#include "events/message_rules.h"
+
+namespace vantor {
+
+namespace {
+
+// A method's place in the weapon table, or none; looked up once per
+// distinct method text.
+class WeaponLookup {
+ public:
+  std::optional<Weapon> operator()(const std::string& method) {
+    auto [it, added] = cache_.try_emplace(method);
+    if (added) it->second = WeaponByMethod(method);
+    return it->second;
+  }
+
+ private:
+  std::unordered_map<std::string, std::optional<Weapon>> cache_;
+};
+
+}  // namespace
+
+std::size_t EventIndex::Intern(std::string_view name) {
+  if (auto it = ids_.find(name); it != ids_.end()) return it->second;
+  names_.emplace_back(name);
+  players_.emplace_back();
+  const std::size_t id = names_.size() - 1;
+  ids_.emplace(names_.back(), id);
+  return id;
+}
+
+std::optional<std::size_t> EventIndex::Find(std::string_view name) const {
+  if (auto it = ids_.find(name); it != ids_.end()) return it->second;
+  return std::nullopt;
+}
+
+EventIndex::EventIndex(const Form1& form) {
+  // The names live in names_; string_view keys must survive its growth.
+  names_.reserve(form.List2.Count() + form.List3.Count() + form.List10.Count());
+  WeaponLookup weapon_of;
+  const std::size_t events = form.List2.Count();
+  for (std::size_t m = 0; m < events; ++m) {
+    const std::string& killer_name = form.List2.At(m);
+    const std::size_t killer = Intern(killer_name);
+    const std::size_t victim = Intern(form.List3.At(m));
+    const std::string& method = form.List4.At(m);
+    players_[killer].frags += 1;
+    players_[victim].deaths += 1;
+    if (method == kSuicideMethod) players_[victim].suicides += 1;
+    if (auto weapon = weapon_of(method)) players_[killer].weapons[Index(*weapon)] += 1;
+    // The killer's side of the row decides first; a suicide decides nothing.
+    if (!players_[killer].first_opponent) players_[killer].first_opponent = victim;
+    if (killer_name != kSuicideKiller && !players_[victim].first_opponent) {
+      players_[victim].first_opponent = killer;
+    }
+  }
+  for (const std::string& destroyer : form.List10.Rows()) players_[Intern(destroyer)].sentry_kills += 1;
+  IndexFlags(form);
+}
+
+namespace {
+
+// The colour an action credits: "Blue" wins over "Red" when both occur.
+std::string_view ColourOf(std::string_view action) {
+  if (Contains(action, kBlue)) return kBlue;
+  if (Contains(action, kRed)) return kRed;
+  return {};
+}
+
+}  // namespace
+
+void EventIndex::IndexFlags(const Form1& form) {
+  std::unordered_map<std::string_view, std::size_t> text_ids;
+  const std::size_t n = form.List5.Count();
+  for (std::size_t j = 0; j < n; ++j) {
+    const std::string& text = form.List5.At(j);
+    auto [it, added] = text_ids.try_emplace(text, flag_texts_.size());
+    if (added) flag_texts_.push_back(FlagText{text});
+    FlagText& entry = flag_texts_[it->second];
+    const std::string& action = form.List6.At(j);
+    const std::string_view colour = ColourOf(action);
+    for (std::size_t k = 0; k < kFlagKindCount; ++k) {
+      if (!Contains(action, kFlagKindNames[k])) continue;
+      entry.counts[k] += 1;
+      if (colour.empty()) continue;
+      entry.last_coloured[k] = j;
+      entry.colour[k] = colour;
+    }
+  }
+}
+
+FlagCredit EventIndex::FlagsOf(std::string_view name) const {
+  FlagCredit credit;
+  std::array<std::optional<std::size_t>, kFlagKindCount> latest{};
+  for (const FlagText& entry : flag_texts_) {
+    if (!Contains(entry.text, name)) continue;
+    for (std::size_t k = 0; k < kFlagKindCount; ++k) {
+      credit.counts[k] += entry.counts[k];
+      if (entry.last_coloured[k] && (!latest[k] || *latest[k] < *entry.last_coloured[k])) {
+        latest[k] = entry.last_coloured[k];
+        credit.colours[k] = entry.colour[k];
+      }
+    }
+  }
+  return credit;
+}
+
+}  // namespace vantor

@@ -1,0 +1,65 @@
+#pragma once
+// The kill, suicide and sentry events indexed once per run by player name,
+// so that every count and every team decision is a lookup instead of a scan
+// of the event lists per member and per weapon.
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "stats/flag_kinds.h"
+#include "stats/tally_table.h"
+
+namespace vantor {
+
+class Form1;
+
+class EventIndex {
+ public:
+  // What the event lists say about one name.
+  struct PlayerEvents {
+    Count frags = 0;     // events with the name as killer
+    Count deaths = 0;    // events with the name as victim, suicides included
+    Count suicides = 0;  // suicide events with the name as victim
+    Count sentry_kills = 0;
+    std::array<Count, kWeaponCount> weapons{};  // kills by weapon as killer
+    // The other party of the first event in which the name is the killer,
+    // or the victim of another player; none when there is no such event.
+    std::optional<std::size_t> first_opponent;
+  };
+
+  explicit EventIndex(const Form1& form);
+
+  // Every flag event whose player text contains name is credited to it,
+  // so Al is credited with Alice's events too.
+  FlagCredit FlagsOf(std::string_view name) const;
+
+  // The index of name; none when no event mentions it.
+  std::optional<std::size_t> Find(std::string_view name) const;
+  const PlayerEvents& Player(std::size_t id) const { return players_[id]; }
+  const std::string& Name(std::size_t id) const { return names_[id]; }
+  std::size_t PlayerCount() const { return names_.size(); }
+
+ private:
+  // The flag events of one distinct player text.
+  struct FlagText {
+    std::string text;
+    std::array<Count, kFlagKindCount> counts{};
+    // Per kind, the row of the last event that names a colour, and that colour.
+    std::array<std::optional<std::size_t>, kFlagKindCount> last_coloured{};
+    std::array<std::string_view, kFlagKindCount> colour{};
+  };
+
+  std::size_t Intern(std::string_view name);
+  void IndexFlags(const Form1& form);
+
+  std::vector<std::string> names_;
+  std::vector<PlayerEvents> players_;
+  std::unordered_map<std::string_view, std::size_t> ids_;
+  std::vector<FlagText> flag_texts_;
+};
+
+}  // namespace vantor

@@ -1,0 +1,29 @@
+#pragma once
+// Scratch directories and whole-file reads and writes for tests.
+
+#include <filesystem>
+#include <string>
+
+namespace vantor::testing {
+
+// A fresh, empty directory that is removed with everything in it at the end.
+class ScratchDir {
+ public:
+  ScratchDir();
+  ~ScratchDir();
+  ScratchDir(const ScratchDir&) = delete;
+  ScratchDir& operator=(const ScratchDir&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string ReadBytes(const std::string& path);
+void WriteBytes(const std::string& path, const std::string& bytes);
+// Test data shipped under tests/data.
+std::string DataPath(const std::string& relative);
+
+}  // namespace vantor::testing
