@@ -22,7 +22,7 @@ build: deps $(BUILD)/Makefile
 
 demo: build
 	@mkdir -p $(DEMO_OUT)
-	@$(BUILD)/vantor-cli --side-dir $(DEMO_OUT) --output-dir $(DEMO_OUT)/ --table $(SAMPLE); \
+	@$(BUILD)/vantor-cli --side-dir $(DEMO_OUT) --output-dir $$(realpath $(DEMO_OUT)) --table $(SAMPLE); \
 	  status=$$?; \
 	  echo; echo "Report: $$(realpath $(DEMO_OUT))/$$(basename $(SAMPLE) .log).html"; \
 	  echo "Side files: $$(realpath $(DEMO_OUT))"; exit $$status
