@@ -1,0 +1,28 @@
+#pragma once
+// The log file dialog of the main window. It remembers the full path of the
+// file chosen last; a cancelled dialog leaves it empty, which the import
+// takes as "no file chosen".
+
+#include <QString>
+
+class QWidget;
+
+namespace vantor {
+
+class Desktop;
+
+class FileOpenDialog {
+ public:
+  explicit FileOpenDialog(Desktop& desktop) : desktop_(desktop) {}
+
+  // Shows the modal dialog in initial_dir, offering "*.log" files first
+  // and all files second.
+  void ShowOpen(QWidget* owner, const QString& initial_dir);
+  const QString& FileName() const { return file_name_; }
+
+ private:
+  Desktop& desktop_;
+  QString file_name_;
+};
+
+}  // namespace vantor

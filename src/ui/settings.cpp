@@ -1,0 +1,28 @@
+#include "ui/settings.h"
+
+#include <QSettings>
+
+namespace vantor {
+
+namespace {
+
+constexpr char kApplication[] = "Vantor Log Analyzer";
+constexpr char kSection[] = "Main";
+
+QString KeyPath(std::string_view key) {
+  return QString(kSection) + '/' + QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+}
+
+}  // namespace
+
+QString ReadSetting(std::string_view key) {
+  const QSettings store(kApplication, kApplication);
+  return store.value(KeyPath(key), QString()).toString();
+}
+
+void WriteSetting(std::string_view key, const QString& value) {
+  QSettings store(kApplication, kApplication);
+  store.setValue(KeyPath(key), value);
+}
+
+}  // namespace vantor
