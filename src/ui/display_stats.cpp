@@ -1,27 +1,244 @@
 #include "ui/display_stats.h"
 
 #include <QAction>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <utility>
 
+#include "analysis/analysis_run.h"
 #include "analysis/form1.h"
+#include "report/report_path.h"
+#include "ui/command_lock.h"
+#include "ui/desktop.h"
+#include "ui/frm_options.h"
 #include "ui/gui_host.h"
+#include "ui/settings.h"
 
 namespace vantor {
 
-DisplayStats::DisplayStats(QWidget* parent) : QMainWindow(parent) {
-  setWindowTitle("Vantor Log Analyzer");
-  auto* process = new QPushButton("Process", this);
-  process->setEnabled(false);
-  auto* progress = new QProgressBar(this);
-  progress->setRange(0, 1000);
-  progress->hide();
-  auto* append = new QAction("Append", this);
-  append->setCheckable(true);
-  host_ = std::make_unique<GuiHost>(this, progress, process, append);
-  form1_ = std::make_unique<Form1>(*host_);
+namespace {
+
+constexpr char kCaption[] = "Vantor Log Analyzer";
+constexpr char kTitleText[] = "Vantor Log Analyzer 0.80";
+constexpr char kCreditText[] = "Per-player statistics from capture-the-flag console logs";
+constexpr char kContactText[] = "Contact: the Vantor Log Analyzer developers";
+constexpr char kNoticeText[] =
+    "File > Open analyses a log at once. With Tools > Append checked, open several logs, "
+    "then press Process.";
+constexpr char kAboutFont[] = "Times New Roman";
+constexpr QSize kStartSize(900, 520);
+
+// The window is one grid: the headings along the top; under the first five
+// headings the about labels, the Process button, the progress bar and the
+// notice above five short lists; under the other six, full-height lists.
+enum GridRow { kHeadingRow, kTitleRow, kCreditRow, kContactRow, kProcessRow, kProgressRow,
+               kNoticeRow, kListRow };
+constexpr int kLeftColumns = 5;
+// "Name" is a little more than twice as wide as a count column.
+constexpr int kNameStretch = 9;
+constexpr int kCountStretch = 4;
+
+// Widths come from the column stretches alone, never from the texts.
+template <typename Widget>
+Widget* Sized(Widget* widget) {
+  widget->setSizePolicy(QSizePolicy::Ignored, widget->sizePolicy().verticalPolicy());
+  widget->setMinimumWidth(0);
+  return widget;
+}
+
+QLabel* AboutLabel(const char* text, int point_size) {
+  auto* label = Sized(new QLabel(text));
+  if (point_size > 0) {
+    QFont font(kAboutFont, point_size);
+    font.setStyleHint(QFont::Serif);
+    label->setFont(font);
+  }
+  return label;
+}
+
+// A heading starts where the text of its list starts, inside the frame.
+QLabel* Heading(std::string_view text) {
+  auto* label = Sized(new QLabel(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
+  label->setIndent(3);
+  return label;
+}
+
+QListWidget* StatisticsList(const char* name) {
+  auto* list = Sized(new QListWidget);
+  list->setObjectName(name);
+  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  return list;
+}
+
+}  // namespace
+
+DisplayStats::DisplayStats(Desktop& desktop, QWidget* parent)
+    : QMainWindow(parent), desktop_(desktop), cmnFile(desktop) {
+  setWindowTitle(kCaption);
+  auto* central = new QWidget(this);
+  auto* grid = new QGridLayout(central);
+  grid->setHorizontalSpacing(2);
+  setCentralWidget(central);
+  CreateMenus();
+  CreateStatisticsTable(*grid);
+  CreateAboutLabels(*grid);
+  CreateProcessControls(*grid);
+  CreateForm1();
+  resize(kStartSize);
 }
 
 DisplayStats::~DisplayStats() = default;
+
+void DisplayStats::CreateMenus() {
+  auto add_item = [](QMenu* menu, const char* text, const char* name) {
+    QAction* item = menu->addAction(text);
+    item->setObjectName(name);
+    return item;
+  };
+  mnuFile = menuBar()->addMenu("File");
+  mnuFile->setObjectName("mnuFile");
+  mnuOpen = add_item(mnuFile, "Open", "mnuOpen");
+  mnuExit = add_item(mnuFile, "Exit", "mnuExit");
+  mnuTools = menuBar()->addMenu("Tools");
+  mnuTools->setObjectName("mnuTools");
+  mnuAppend = add_item(mnuTools, "Append", "mnuAppend");
+  mnuAppend->setCheckable(true);
+  mnuOptions = add_item(mnuTools, "Options", "mnuOptions");
+  connect(mnuOpen, &QAction::triggered, this, [this] { RunCommand(&DisplayStats::OpenLog); });
+  connect(mnuExit, &QAction::triggered, this, &QWidget::close);
+  connect(mnuAppend, &QAction::triggered, this, &DisplayStats::ToggleAppend);
+  connect(mnuOptions, &QAction::triggered, this, &DisplayStats::ShowOptions);
+}
+
+void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
+  const std::array<std::pair<QListWidget* DisplayStats::*, const char*>, StatisticsTable::kColumns>
+      columns = {{{&DisplayStats::lstName, "lstName"},
+                  {&DisplayStats::lstFrags, "lstFrags"},
+                  {&DisplayStats::lstDeaths, "lstDeaths"},
+                  {&DisplayStats::lstSuicides, "lstSuicides"},
+                  {&DisplayStats::lstFlagGrabs, "lstFlagGrabs"},
+                  {&DisplayStats::lstFCDefends, "lstFCDefends"},
+                  {&DisplayStats::lstFlagCaptures, "lstFlagCaptures"},
+                  {&DisplayStats::lstFlagDefends, "lstFlagDefends"},
+                  {&DisplayStats::lstBaseDefends, "lstBaseDefends"},
+                  {&DisplayStats::lstFCKills, "lstFCKills"},
+                  {&DisplayStats::lstSentKill, "lstSentKill"}}};
+  for (int c = 0; c < static_cast<int>(columns.size()); ++c) {
+    const std::string_view heading = StatisticsTable::kHeadings[c];
+    grid.addWidget(Heading(heading), kHeadingRow, c);
+    QListWidget* list = this->*columns[c].first = StatisticsList(columns[c].second);
+    if (c < kLeftColumns) grid.addWidget(list, kListRow, c);
+    else grid.addWidget(list, kTitleRow, c, kListRow - kTitleRow + 1, 1);
+    grid.setColumnStretch(c, c == 0 ? kNameStretch : kCountStretch);
+  }
+  grid.setRowStretch(kListRow, 1);
+  // One scroll bar for the short lists on the left, one for the tall lists
+  // on the right; the lists move together either way.
+  lstFlagGrabs->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  lstSentKill->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  LinkStatisticsLists(Lists());
+}
+
+void DisplayStats::CreateAboutLabels(QGridLayout& grid) {
+  grid.addWidget(AboutLabel(kTitleText, 12), kTitleRow, 0, 1, kLeftColumns);
+  grid.addWidget(AboutLabel(kCreditText, 9), kCreditRow, 0, 1, kLeftColumns);
+  grid.addWidget(AboutLabel(kContactText, 0), kContactRow, 0, 1, kLeftColumns);
+  QLabel* notice = AboutLabel(kNoticeText, 0);
+  notice->setWordWrap(true);
+  grid.addWidget(notice, kNoticeRow, 0, 1, kLeftColumns);
+}
+
+void DisplayStats::CreateProcessControls(QGridLayout& grid) {
+  cmdProcess = new QPushButton("Process");
+  cmdProcess->setObjectName("cmdProcess");
+  cmdProcess->setEnabled(false);
+  connect(cmdProcess, &QPushButton::clicked, this, [this] { RunCommand(&DisplayStats::ProcessLogs); });
+  grid.addWidget(cmdProcess, kProcessRow, 0, 1, kLeftColumns, Qt::AlignLeft);
+  prgProgress = Sized(new QProgressBar);
+  prgProgress->setObjectName("prgProgress");
+  prgProgress->setRange(0, 1000);
+  // The bar comes and goes with every run; its place stays reserved so
+  // that the lists do not jump.
+  QSizePolicy policy = prgProgress->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  prgProgress->setSizePolicy(policy);
+  prgProgress->hide();
+  grid.addWidget(prgProgress, kProgressRow, 0, 1, kLeftColumns);
+}
+
+void DisplayStats::CreateForm1() {
+  host_ = std::make_unique<GuiHost>(
+      desktop_, HostControls{this, &cmnFile, mnuAppend, prgProgress, cmdProcess});
+  host_->OnStatisticsFilled([this] { ShowStatistics(); });
+  form1_ = std::make_unique<Form1>(*host_);
+}
+
+void DisplayStats::closeEvent(QCloseEvent* event) {
+  if (running_) {
+    // A run cannot be cut short; the window closes as soon as it is over.
+    close_pending_ = true;
+    event->ignore();
+    return;
+  }
+  form1_.reset();
+  event->accept();
+}
+
+void DisplayStats::RunCommand(void (DisplayStats::*command)()) {
+  if (running_ || !form1_) return;
+  running_ = true;
+  {
+    CommandLock lock({mnuOpen, mnuExit, mnuAppend, mnuOptions, cmdProcess});
+    (this->*command)();
+  }
+  running_ = false;
+  ShowStatistics();
+  if (close_pending_) close();
+}
+
+void DisplayStats::OpenLog() {
+  cmnFile.ShowOpen(this, InitialLogDirectory());
+  form1_->LoadFile();
+  if (!mnuAppend->isChecked()) OpenRun(*form1_);
+}
+
+void DisplayStats::ProcessLogs() { ProcessRun(*form1_); }
+
+void DisplayStats::ToggleAppend() {
+  // The menu item has already moved its check mark; emptying the lists
+  // before or after that is all the same to the core, which reads the mark
+  // only when a log is opened.
+  if (!form1_) return;
+  form1_->ClearLists();
+  cmdProcess->setEnabled(mnuAppend->isChecked());
+  ShowStatistics();
+}
+
+void DisplayStats::ShowOptions() {
+  if (!options_) options_ = new frmOptions(desktop_, this);
+  options_->show();
+  options_->raise();
+  options_->activateWindow();
+}
+
+QString DisplayStats::InitialLogDirectory() const {
+  const QString input_dir = ReadSetting(kInputDirSetting);
+  return input_dir.isEmpty() ? desktop_.ProgramDirectory() : input_dir;
+}
+
+StatisticsLists DisplayStats::Lists() const {
+  return {lstName, lstFrags, lstDeaths, lstSuicides, lstFlagGrabs, lstFCDefends,
+          lstFlagCaptures, lstFlagDefends, lstBaseDefends, lstFCKills, lstSentKill};
+}
+
+void DisplayStats::ShowStatistics() {
+  if (host_) ShowStatisticsTable(Lists(), host_->Statistics());
+}
 
 }  // namespace vantor

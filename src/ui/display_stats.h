@@ -1,24 +1,87 @@
 #pragma once
-// DisplayStats: the main window.
+// DisplayStats: the main window. It offers the commands, shows the progress
+// of a run and the statistics table; the analysis itself is Form1's.
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
+
+#include "ui/file_open_dialog.h"
+#include "ui/statistics_lists.h"
+
+class QAction;
+class QGridLayout;
+class QListWidget;
+class QMenu;
+class QProgressBar;
+class QPushButton;
 
 namespace vantor {
 
+class Desktop;
 class Form1;
 class GuiHost;
+class frmOptions;
 
 class DisplayStats : public QMainWindow {
   Q_OBJECT
 
  public:
-  explicit DisplayStats(QWidget* parent = nullptr);
+  explicit DisplayStats(Desktop& desktop, QWidget* parent = nullptr);
   ~DisplayStats() override;
 
+ protected:
+  // File > Exit and the close box: Form1 goes first, then the window.
+  void closeEvent(QCloseEvent* event) override;
+
  private:
+  void CreateMenus();
+  void CreateStatisticsTable(QGridLayout& grid);
+  void CreateAboutLabels(QGridLayout& grid);
+  void CreateProcessControls(QGridLayout& grid);
+  void CreateForm1();
+
+  // The commands.
+  void OpenLog();
+  void ProcessLogs();
+  void ToggleAppend();
+  void ShowOptions();
+
+  // Runs a command unless one is under way, then shows the statistics table.
+  void RunCommand(void (DisplayStats::*command)());
+  QString InitialLogDirectory() const;
+  StatisticsLists Lists() const;
+  void ShowStatistics();
+
+  Desktop& desktop_;
+  FileOpenDialog cmnFile;
+
+  QMenu* mnuFile = nullptr;
+  QAction* mnuOpen = nullptr;
+  QAction* mnuExit = nullptr;
+  QMenu* mnuTools = nullptr;
+  QAction* mnuAppend = nullptr;
+  QAction* mnuOptions = nullptr;
+  QPushButton* cmdProcess = nullptr;
+  QProgressBar* prgProgress = nullptr;
+
+  QListWidget* lstName = nullptr;
+  QListWidget* lstFrags = nullptr;
+  QListWidget* lstDeaths = nullptr;
+  QListWidget* lstSuicides = nullptr;
+  QListWidget* lstFlagGrabs = nullptr;
+  QListWidget* lstFCDefends = nullptr;
+  QListWidget* lstFlagCaptures = nullptr;
+  QListWidget* lstFlagDefends = nullptr;
+  QListWidget* lstBaseDefends = nullptr;
+  QListWidget* lstFCKills = nullptr;
+  QListWidget* lstSentKill = nullptr;
+
+  QPointer<frmOptions> options_;
   std::unique_ptr<GuiHost> host_;
   std::unique_ptr<Form1> form1_;
+  bool running_ = false;
+  bool close_pending_ = false;
 };
 
 }  // namespace vantor

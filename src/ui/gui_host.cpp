@@ -2,62 +2,90 @@
 
 #include <QAction>
 #include <QCoreApplication>
-#include <QDesktopServices>
+#include <QFile>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSettings>
 #include <QStringDecoder>
 #include <QUrl>
+#include <algorithm>
+#include <limits>
+
+#include "ui/desktop.h"
+#include "ui/file_open_dialog.h"
+#include "ui/settings.h"
 
 namespace vantor {
 
-QString FromLogBytes(const std::string& bytes) {
-  QStringDecoder decoder("windows-1252");
-  if (!decoder.isValid()) return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-  return decoder.decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+namespace {
+
+constexpr char kTitle[] = "Vantor Log Analyzer";
+
+// The bar counts in int; a larger range is cut off at the top.
+int BarPosition(std::int64_t value) {
+  return static_cast<int>(std::clamp<std::int64_t>(value, 0, std::numeric_limits<int>::max()));
 }
 
-GuiHost::GuiHost(QWidget* owner, QProgressBar* progress, QPushButton* process, QAction* append)
-    : owner_(owner), progress_(progress), process_(process), append_(append) {}
+// Messages name paths and the system's reasons, both in the local encoding.
+QString FromLocalBytes(std::string_view bytes) {
+  return QFile::decodeName(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
+}
 
-bool GuiHost::AppendChecked() const { return append_->isChecked(); }
+}  // namespace
 
-void GuiHost::SetProgressVisible(bool visible) { progress_->setVisible(visible); }
+QString FromLogBytes(const std::string& bytes) {
+  QStringDecoder decoder("windows-1252");
+  const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  return decoder.isValid() ? decoder.decode(view) : QString::fromLatin1(view);
+}
+
+GuiHost::GuiHost(Desktop& desktop, HostControls controls)
+    : desktop_(desktop), controls_(controls), maximum_(controls.prgProgress->maximum()) {}
+
+std::string GuiHost::ChosenLogPath() const {
+  return QFile::encodeName(controls_.cmnFile->FileName()).toStdString();
+}
+
+bool GuiHost::AppendChecked() const { return controls_.mnuAppend->isChecked(); }
+
+void GuiHost::SetProgressVisible(bool visible) { controls_.prgProgress->setVisible(visible); }
 
 void GuiHost::SetProgressMaximum(std::int64_t maximum) {
   maximum_ = maximum;
-  progress_->setMaximum(static_cast<int>(std::min<std::int64_t>(maximum, INT32_MAX)));
+  controls_.prgProgress->setMaximum(BarPosition(maximum));
 }
 
 void GuiHost::SetProgressValue(std::int64_t value) {
-  progress_->setValue(static_cast<int>(std::min<std::int64_t>(value, INT32_MAX)));
+  controls_.prgProgress->setValue(BarPosition(value));
+  // A run holds the one thread from start to end: let the window repaint,
+  // but leave clicks and keys queued until the run is over.
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void GuiHost::SetProcessCaption(std::string_view caption) {
-  process_->setText(QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
+  controls_.cmdProcess->setText(QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
+}
+
+void GuiHost::StatisticsFilled() {
+  if (on_filled_) on_filled_();
 }
 
 void GuiHost::ShowMessage(std::string_view text, MessageIcon icon) {
   QMessageBox box(icon == MessageIcon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon,
-                  "Vantor Log Analyzer", FromLogBytes(std::string(text)), QMessageBox::Ok, owner_);
-  box.exec();
+                  kTitle, FromLocalBytes(text), QMessageBox::Ok, controls_.owner);
+  desktop_.Exec(box);
 }
 
 std::string GuiHost::ReadSetting(std::string_view key) const {
-  QSettings settings("Vantor Log Analyzer", "Vantor Log Analyzer");
-  settings.beginGroup("Main");
-  return settings.value(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())), "")
-      .toString()
-      .toStdString();
+  return QFile::encodeName(vantor::ReadSetting(key)).toStdString();
 }
 
 std::string GuiHost::ProgramDirectory() const {
-  return QCoreApplication::applicationDirPath().toStdString();
+  return QFile::encodeName(desktop_.ProgramDirectory()).toStdString();
 }
 
 void GuiHost::OpenDocument(const std::string& path) {
-  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+  desktop_.OpenUrl(QUrl::fromLocalFile(FromLocalBytes(path)));
 }
 
 }  // namespace vantor

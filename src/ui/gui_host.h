@@ -1,29 +1,43 @@
 #pragma once
 // The desktop program's side of the host interface: the main window's
-// controls, the settings store and the desktop's document opener.
+// controls, the settings store and the desktop.
 
 #include <QString>
+#include <functional>
 #include <string>
 
 #include "analysis/host.h"
 
+class QAction;
 class QProgressBar;
 class QPushButton;
-class QAction;
 class QWidget;
 
 namespace vantor {
 
-// Bytes of the log shown in a widget: the log's code page is Windows-1252.
+class Desktop;
+class FileOpenDialog;
+
+// Bytes of the log shown in a widget: the game writes Windows-1252.
 QString FromLogBytes(const std::string& bytes);
+
+// The controls of the main window the core reads and moves.
+struct HostControls {
+  QWidget* owner;
+  const FileOpenDialog* cmnFile;
+  QAction* mnuAppend;
+  QProgressBar* prgProgress;
+  QPushButton* cmdProcess;
+};
 
 class GuiHost : public Host {
  public:
-  GuiHost(QWidget* owner, QProgressBar* progress, QPushButton* process, QAction* append);
+  GuiHost(Desktop& desktop, HostControls controls);
 
-  void SetChosenLogPath(std::string path) { chosen_ = std::move(path); }
+  // Called whenever the tallies have filled the statistics table.
+  void OnStatisticsFilled(std::function<void()> show) { on_filled_ = std::move(show); }
 
-  std::string ChosenLogPath() const override { return chosen_; }
+  std::string ChosenLogPath() const override;
   bool AppendChecked() const override;
   void SetProgressVisible(bool visible) override;
   void SetProgressMaximum(std::int64_t maximum) override;
@@ -31,19 +45,18 @@ class GuiHost : public Host {
   void SetProgressValue(std::int64_t value) override;
   void SetProcessCaption(std::string_view caption) override;
   StatisticsTable& Statistics() override { return table_; }
+  void StatisticsFilled() override;
   void ShowMessage(std::string_view text, MessageIcon icon) override;
   std::string ReadSetting(std::string_view key) const override;
   std::string ProgramDirectory() const override;
   void OpenDocument(const std::string& path) override;
 
  private:
-  QWidget* owner_;
-  QProgressBar* progress_;
-  QPushButton* process_;
-  QAction* append_;
-  std::string chosen_;
-  std::int64_t maximum_ = 1000;
+  Desktop& desktop_;
+  HostControls controls_;
+  std::int64_t maximum_;
   StatisticsTable table_;
+  std::function<void()> on_filled_;
 };
 
 }  // namespace vantor

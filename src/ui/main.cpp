@@ -1,10 +1,12 @@
 #include <QApplication>
 
+#include "ui/desktop.h"
 #include "ui/display_stats.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  vantor::DisplayStats window;
+  vantor::Desktop desktop;
+  vantor::DisplayStats window(desktop);
   window.show();
   return app.exec();
 }
