@@ -7,7 +7,7 @@ JOBS ?= $(shell nproc)
 SAMPLE ?= samples/evening.log
 DEMO_OUT ?= $(BUILD)/demo
 
-.PHONY: all deps build demo test bench clean
+.PHONY: all deps build demo test bench screenshots clean
 
 all: build
 
@@ -32,6 +32,9 @@ test: build
 
 bench: build
 	@if [ -x scripts/bench ]; then scripts/bench; else echo "no benchmarks yet"; fi
+
+screenshots: build
+	@BUILD=$(BUILD) SAMPLE=$(SAMPLE) scripts/screenshots
 
 clean:
 	rm -rf $(BUILD)

@@ -1,0 +1,85 @@
+// Pictures of the real windows for the documentation: the main window after
+// File > Open on a log, and the Options dialog.
+//
+//   vantor_screenshots LOG OUTPUT_DIR
+//
+// The windows are the program's own; only the desktop is stood in for: the
+// file dialog answers with LOG, message boxes go to stderr, the report is
+// not opened, and settings and side files stay in a scratch directory.
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "report/report_path.h"
+#include "ui/desktop.h"
+#include "ui/display_stats.h"
+#include "ui/settings.h"
+
+namespace {
+
+class ScriptedDesktop : public vantor::Desktop {
+ public:
+  ScriptedDesktop(QString log, QString program_dir)
+      : log_(std::move(log)), program_dir_(std::move(program_dir)) {}
+
+  int Exec(QDialog& dialog) override {
+    if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+      std::fprintf(stderr, "message: %s\n", qPrintable(box->text()));
+      return QMessageBox::Ok;
+    }
+    qobject_cast<QFileDialog*>(&dialog)->selectFile(log_);
+    return QDialog::Accepted;
+  }
+  void OpenUrl(const QUrl&) override {}
+  QString ProgramDirectory() const override { return program_dir_; }
+
+ private:
+  QString log_;
+  QString program_dir_;
+};
+
+bool Save(QWidget& widget, const QString& path) {
+  QApplication::processEvents();
+  const bool saved = widget.grab().save(path);
+  std::fprintf(stderr, "%s %s\n", saved ? "wrote" : "could not write", qPrintable(path));
+  return saved;
+}
+
+void Trigger(QWidget& window, const char* item) {
+  window.findChild<QAction*>(item)->trigger();
+  QApplication::processEvents();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: vantor_screenshots LOG OUTPUT_DIR\n");
+    return 2;
+  }
+  const QString log = QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath();
+  const QDir out(QString::fromLocal8Bit(argv[2]));
+  QTemporaryDir scratch;
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, scratch.path());
+  vantor::WriteSetting(vantor::kOutputDirSetting, scratch.path());
+
+  ScriptedDesktop desktop(log, scratch.path());
+  vantor::DisplayStats window(desktop);
+  window.show();
+  Trigger(window, "mnuOpen");
+  bool saved = Save(window, out.filePath("main-window.png"));
+
+  vantor::WriteSetting(vantor::kInputDirSetting, QFileInfo(log).absolutePath());
+  vantor::WriteSetting(vantor::kOutputDirSetting, QDir::home().filePath("Vantor reports"));
+  Trigger(window, "mnuOptions");
+  saved = Save(*window.findChild<QDialog*>("frmOptions"), out.filePath("options.png")) && saved;
+  return saved ? 0 : 1;
+}
