@@ -36,8 +36,16 @@ constexpr QSize kStartSize(900, 520);
 // The window is one grid: the headings along the top; under the first five
 // headings the about labels, the Process button, the progress bar and the
 // notice above five short lists; under the other six, full-height lists.
-enum GridRow { kHeadingRow, kTitleRow, kCreditRow, kContactRow, kProcessRow, kProgressRow,
-               kNoticeRow, kListRow };
+enum GridRow {
+  kHeadingRow,
+  kTitleRow,
+  kCreditRow,
+  kContactRow,
+  kProcessRow,
+  kProgressRow,
+  kNoticeRow,
+  kListRow
+};
 constexpr int kLeftColumns = 5;
 // "Name" is a little more than twice as wide as a count column.
 constexpr int kNameStretch = 9;
@@ -63,7 +71,8 @@ QLabel* AboutLabel(const char* text, int point_size) {
 
 // A heading starts where the text of its list starts, inside the frame.
 QLabel* Heading(std::string_view text) {
-  auto* label = Sized(new QLabel(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
+  auto* label =
+      Sized(new QLabel(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
   label->setIndent(3);
   return label;
 }
@@ -93,7 +102,9 @@ DisplayStats::DisplayStats(Desktop& desktop, QWidget* parent)
   resize(kStartSize);
 }
 
-DisplayStats::~DisplayStats() = default;
+// The program destroys the window only after every window has closed; a
+// dialog still open here belongs to a test or an embedding program.
+DisplayStats::~DisplayStats() { delete options_; }
 
 void DisplayStats::CreateMenus() {
   auto add_item = [](QMenu* menu, const char* text, const char* name) {
@@ -117,7 +128,7 @@ void DisplayStats::CreateMenus() {
 }
 
 void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
-  const std::array<std::pair<QListWidget* DisplayStats::*, const char*>, StatisticsTable::kColumns>
+  const std::array<std::pair<QListWidget * DisplayStats::*, const char*>, StatisticsTable::kColumns>
       columns = {{{&DisplayStats::lstName, "lstName"},
                   {&DisplayStats::lstFrags, "lstFrags"},
                   {&DisplayStats::lstDeaths, "lstDeaths"},
@@ -133,8 +144,10 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
     const std::string_view heading = StatisticsTable::kHeadings[c];
     grid.addWidget(Heading(heading), kHeadingRow, c);
     QListWidget* list = this->*columns[c].first = StatisticsList(columns[c].second);
-    if (c < kLeftColumns) grid.addWidget(list, kListRow, c);
-    else grid.addWidget(list, kTitleRow, c, kListRow - kTitleRow + 1, 1);
+    // The five left lists share the bottom row; the six right ones reach up
+    // to their headings.
+    const bool left = c < kLeftColumns;
+    grid.addWidget(list, left ? kListRow : kTitleRow, c, left ? 1 : kListRow - kTitleRow + 1, 1);
     grid.setColumnStretch(c, c == 0 ? kNameStretch : kCountStretch);
   }
   grid.setRowStretch(kListRow, 1);
@@ -158,7 +171,8 @@ void DisplayStats::CreateProcessControls(QGridLayout& grid) {
   cmdProcess = new QPushButton("Process");
   cmdProcess->setObjectName("cmdProcess");
   cmdProcess->setEnabled(false);
-  connect(cmdProcess, &QPushButton::clicked, this, [this] { RunCommand(&DisplayStats::ProcessLogs); });
+  connect(cmdProcess, &QPushButton::clicked, this,
+          [this] { RunCommand(&DisplayStats::ProcessLogs); });
   grid.addWidget(cmdProcess, kProcessRow, 0, 1, kLeftColumns, Qt::AlignLeft);
   prgProgress = Sized(new QProgressBar);
   prgProgress->setObjectName("prgProgress");
@@ -221,7 +235,9 @@ void DisplayStats::ToggleAppend() {
 }
 
 void DisplayStats::ShowOptions() {
-  if (!options_) options_ = new frmOptions(desktop_, this);
+  // Without a parent the dialog is a window of its own: closing the main
+  // window neither closes it nor ends the program while it is open.
+  if (!options_) options_ = new frmOptions(desktop_);
   options_->show();
   options_->raise();
   options_->activateWindow();
@@ -233,8 +249,8 @@ QString DisplayStats::InitialLogDirectory() const {
 }
 
 StatisticsLists DisplayStats::Lists() const {
-  return {lstName, lstFrags, lstDeaths, lstSuicides, lstFlagGrabs, lstFCDefends,
-          lstFlagCaptures, lstFlagDefends, lstBaseDefends, lstFCKills, lstSentKill};
+  return {lstName,         lstFrags,       lstDeaths,      lstSuicides, lstFlagGrabs, lstFCDefends,
+          lstFlagCaptures, lstFlagDefends, lstBaseDefends, lstFCKills,  lstSentKill};
 }
 
 void DisplayStats::ShowStatistics() {

@@ -63,7 +63,8 @@ void GuiHost::SetProgressValue(std::int64_t value) {
 }
 
 void GuiHost::SetProcessCaption(std::string_view caption) {
-  controls_.cmdProcess->setText(QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
+  controls_.cmdProcess->setText(
+      QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
 }
 
 void GuiHost::StatisticsFilled() {

@@ -10,7 +10,8 @@ constexpr char kApplication[] = "Vantor Log Analyzer";
 constexpr char kSection[] = "Main";
 
 QString KeyPath(std::string_view key) {
-  return QString(kSection) + '/' + QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+  return QString(kSection) + '/' +
+         QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
 }
 
 }  // namespace

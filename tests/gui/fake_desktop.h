@@ -1,0 +1,49 @@
+#pragma once
+// A desktop for the GUI tests: it answers file dialogs and folder browsers
+// from a script, records every dialog and document instead of showing it,
+// and keeps side files and settings in a private directory.
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "ui/desktop.h"
+
+class FakeDesktop : public vantor::Desktop {
+ public:
+  QStringList answers;   // one per file dialog or folder browser; "" cancels
+  QStringList messages;  // "caption | text | icon | buttons"
+  QStringList dialogs;   // "title | directory | filters | file mode"
+  QList<QUrl> opened;
+  QTemporaryDir dir;  // the program directory and the settings store
+
+  FakeDesktop() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.path()); }
+
+  int Exec(QDialog& dialog) override {
+    if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+      messages << QString("%1 | %2 | %3 | %4")
+                      .arg(box->windowTitle(), box->text())
+                      .arg(box->icon())  // 0 none, 3 critical
+                      .arg(box->standardButtons() == QMessageBox::Ok ? "OK" : "other");
+      return QMessageBox::Ok;
+    }
+    auto& files = dynamic_cast<QFileDialog&>(dialog);
+    dialogs << QString("%1 | %2 | %3 | %4")
+                   .arg(files.windowTitle(), files.directory().absolutePath(),
+                        files.nameFilters().join(";;"))
+                   .arg(files.fileMode() == QFileDialog::Directory &&
+                                files.testOption(QFileDialog::ShowDirsOnly)
+                            ? "folders"
+                            : "files");
+    const QString answer = answers.isEmpty() ? QString() : answers.takeFirst();
+    if (!answer.isEmpty()) files.selectFile(answer);
+    return answer.isEmpty() ? QDialog::Rejected : QDialog::Accepted;
+  }
+  void OpenUrl(const QUrl& url) override { opened << url; }
+  QString ProgramDirectory() const override { return dir.path(); }
+
+  // The store as the program sees it; an absent setting is invalid.
+  static QSettings Store() { return QSettings("Vantor Log Analyzer", "Vantor Log Analyzer"); }
+};

@@ -1,0 +1,220 @@
+// The main window driven through its real controls, with the desktop's
+// dialogs answered by FakeDesktop.
+
+#include <QAction>
+#include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QtTest>
+#include <memory>
+
+#include "fake_desktop.h"
+#include "ui/display_stats.h"
+
+namespace {
+
+const char* const kLists[] = {"lstName",        "lstFrags",     "lstDeaths",       "lstSuicides",
+                              "lstFlagGrabs",   "lstFCDefends", "lstFlagCaptures", "lstFlagDefends",
+                              "lstBaseDefends", "lstFCKills",   "lstSentKill"};
+const QStringList kHeadings = {"Name",  "Frags", "Deaths", "Suicides", "F Grabs", "FC Def",
+                               "F Cap", "F Def", "B Def",  "FC Frag",  "Sentrys"};
+
+// Two players take a flag and so get a team; the other two do not.
+// "Ren\xe9" is Windows-1252 for "René".
+const char kGameLog[] =
+    "^7Dave was railed by Charlie\r\n^7Bravo got the BLUE flag!\r\n^7Ren\xe9 got the RED flag!\r\n"
+    "^7Bravo was railed by Ren\xe9\r\n^7Bravo killed himself.\r\n^7Ren\xe9 was knifed by Bravo\r\n"
+    "^7Charlie was railed by Ren\xe9\r\n";
+const QList<QStringList> kGameTable = {
+    {"René", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
+    {"Totals", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
+    QStringList(11, " "),
+    {"Bravo", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"},
+    {"Totals", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"}};
+// Two members: the tallies set the maximum to 250 and pass 30 again, 130,
+// 200 and 225; no command can be given meanwhile.
+const QStringList kRunSteps = {"10 1 00000",  "20 1 00000",  "30 1 00000", "130 1 00000",
+                               "200 1 00000", "225 1 00000", "250 1 00000"};
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+  Q_OBJECT
+
+  std::unique_ptr<FakeDesktop> desktop_;
+  std::unique_ptr<vantor::DisplayStats> window_;
+  QStringList steps_, captions_;  // the window at every move of the progress bar
+
+  template <typename T = QWidget>
+  T* Find(const char* name) {
+    return window_->findChild<T*>(name);
+  }
+  void Trigger(const char* item) { Find<QAction>(item)->trigger(); }
+  QProgressBar* Progress() { return Find<QProgressBar>("prgProgress"); }
+  QWidget* Options() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == "frmOptions") return window;
+    }
+    return nullptr;
+  }
+
+  void Open(const QString& answer) {
+    desktop_->answers << answer;
+    Trigger("mnuOpen");
+  }
+  QString GameLog() {
+    QFile file(desktop_->dir.filePath("game.log"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(kGameLog) < 0) qFatal("cannot write");
+    return file.fileName();
+  }
+  QList<QStringList> Table() {
+    QList<QStringList> rows;
+    for (const char* name : kLists) {
+      auto* list = Find<QListWidget>(name);
+      rows.resize(std::max<qsizetype>(rows.size(), list->count()));
+      for (int r = 0; r < list->count(); ++r) rows[r] << list->item(r)->text();
+    }
+    return rows;
+  }
+  // Open, Exit, Append, Options and Process: "1" for each that can be given.
+  QString Enabled() {
+    QString flags;
+    for (auto name : {"mnuOpen", "mnuExit", "mnuAppend", "mnuOptions", "cmdProcess"}) {
+      flags += window_->findChild<QObject*>(name)->property("enabled").toBool() ? '1' : '0';
+    }
+    return flags;
+  }
+
+ private slots:
+  void init() {
+    desktop_ = std::make_unique<FakeDesktop>();
+    window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
+    window_->show();
+    connect(Progress(), &QProgressBar::valueChanged, this, [this](int value) {
+      steps_ << QString("%1 %2 %3").arg(value).arg(Progress()->isVisible()).arg(Enabled());
+      captions_ << Find<QPushButton>("cmdProcess")->text();
+    });
+  }
+  void cleanup() {
+    window_.reset();
+    desktop_.reset();
+    steps_.clear();
+    captions_.clear();
+  }
+
+  void startsWithEmptyListsUnderTheirHeadings() {
+    QCOMPARE(window_->windowTitle(), QString("Vantor Log Analyzer"));
+    QStringList found;
+    for (QLabel* heading : window_->findChildren<QLabel*>()) {
+      const qsizetype c = kHeadings.indexOf(heading->text());
+      if (c < 0) continue;
+      found << heading->text();
+      const QRect list = Find(kLists[c])->geometry();
+      QCOMPARE(QRect(heading->x(), list.y(), heading->width(), 1),
+               QRect(list.x(), list.y(), list.width(), 1));
+      QVERIFY(heading->geometry().bottom() < list.top());
+    }
+    QCOMPARE(found, kHeadings);
+    QCOMPARE(Find(kLists[0])->width() / Find(kLists[1])->width(), 2);
+    QCOMPARE(Table(), QList<QStringList>());
+    QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()),
+             QString("0..1000"));
+    QVERIFY(Progress()->isHidden());
+  }
+
+  void processCanBeClickedOnlyWhileAppendIsChecked() {
+    QString states;
+    for (int toggle = 0; toggle < 3; ++toggle, Trigger("mnuAppend")) {
+      states += QString::number(Find<QAction>("mnuAppend")->isChecked()) + Enabled() + " ";
+    }
+    QCOMPARE(states, QString("011110 111111 011110 "));
+  }
+
+  void fileDialogStartsInInputDirElseTheProgramDirectory() {
+    Open("");
+    FakeDesktop::Store().setValue("Main/InputDir", "");
+    Open("");
+    FakeDesktop::Store().setValue("Main/InputDir", QDir::tempPath());
+    Open("");
+    const QString filters = " | Log Files (*.log);;All Files (*) | files";
+    const QString in_program = "Open | " + desktop_->dir.path() + filters;
+    QCOMPARE(desktop_->dialogs,
+             QStringList({in_program, in_program, "Open | " + QDir::tempPath() + filters}));
+  }
+
+  // Every run below has the Options dialog open beside the main window.
+  void openRunFillsTheListsUntilAppendIsChecked() {
+    Trigger("mnuOptions");
+    Open(GameLog());
+    QCOMPARE(Table(), kGameTable);
+    QCOMPARE(desktop_->opened,
+             QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath("game.html"))});
+    QCOMPARE(desktop_->messages, QStringList());
+    QCOMPARE(steps_, kRunSteps);
+    QCOMPARE(captions_, QStringList(7, "Process"));
+    QVERIFY(Progress()->isHidden());
+    QCOMPARE(Enabled(), QString("11110"));
+    Find<QListWidget>("lstDeaths")->setCurrentRow(3);  // a row selected in one is selected in all
+    for (auto name : kLists) QCOMPARE(Find<QListWidget>(name)->currentRow(), 3);
+    Trigger("mnuAppend");
+    QCOMPARE(Table(), QList<QStringList>());
+    QVERIFY(Options()->isVisible());
+  }
+
+  void processRunAnalysesTheImportsAndEndsEmpty() {
+    Trigger("mnuOptions");
+    Trigger("mnuAppend");
+    Open(GameLog());
+    QVERIFY(Table().isEmpty() && desktop_->opened.isEmpty() && steps_.isEmpty());
+    Find<QPushButton>("cmdProcess")->click();
+    QCOMPARE(steps_, kRunSteps);
+    QCOMPARE(captions_, QStringList(6, "Processing") << "Process");
+    QCOMPARE(desktop_->opened.size(), 1);
+    QCOMPARE(Table(), QList<QStringList>());
+    QVERIFY(Progress()->isHidden());
+    QCOMPARE(Enabled(), QString("11111"));
+    QVERIFY(Options()->isVisible());
+  }
+
+  void failedImportShowsItsMessageAndRunsOverNothing_data() {
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("dialog cancelled") << ""
+                                      << "Vantor Log Analyzer | Choose a file! | 0 | OK";
+    QTest::newRow("file missing") << "missing.log"
+                                  << "Vantor Log Analyzer | File Not Found | 3 | OK";
+  }
+  void failedImportShowsItsMessageAndRunsOverNothing() {
+    QFETCH(QString, answer);
+    QFETCH(QString, message);
+    Open(answer.isEmpty() ? answer : desktop_->dir.filePath(answer));
+    QCOMPARE(desktop_->messages, QStringList{message});
+    const QStringList totals = QStringList{"Totals"} + QStringList(10, "0");
+    QCOMPARE(Table(), QList<QStringList>({totals, QStringList(11, " "), totals}));
+  }
+
+  void closingLeavesOptionsOpenAndWaitsForARun_data() {
+    QTest::addColumn<QString>("how");
+    QTest::newRow("File > Exit") << "exit";
+    QTest::newRow("close box") << "close";
+    QTest::newRow("close box during a run") << "run";
+  }
+  void closingLeavesOptionsOpenAndWaitsForARun() {
+    QFETCH(QString, how);
+    Trigger("mnuOptions");
+    if (how == "exit") Trigger("mnuExit");
+    if (how == "close") window_->close();
+    if (how == "run")
+      connect(Progress(), &QProgressBar::valueChanged, window_.get(), &QWidget::close);
+    if (how == "run") Open(GameLog());
+    QVERIFY(!window_->isVisible());
+    QVERIFY(Options()->isVisible());
+    // Only a window without a transient parent keeps the program running.
+    QVERIFY(!Options()->windowHandle()->transientParent());
+    QCOMPARE(Table(), how == "run" ? kGameTable : QList<QStringList>());
+  }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"
