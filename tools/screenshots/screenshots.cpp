@@ -80,6 +80,11 @@ int main(int argc, char** argv) {
   vantor::WriteSetting(vantor::kInputDirSetting, QFileInfo(log).absolutePath());
   vantor::WriteSetting(vantor::kOutputDirSetting, QDir::home().filePath("Vantor reports"));
   Trigger(window, "mnuOptions");
-  saved = Save(*window.findChild<QDialog*>("frmOptions"), out.filePath("options.png")) && saved;
+  // The Options dialog is a window of its own, not a child of the main one.
+  QWidget* options = nullptr;
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    if (top->objectName() == "frmOptions") options = top;
+  }
+  saved = options && Save(*options, out.filePath("options.png")) && saved;
   return saved ? 0 : 1;
 }
