@@ -236,8 +236,9 @@ void DisplayStats::ToggleAppend() {
 
 void DisplayStats::ShowOptions() {
   // Without a parent the dialog is a window of its own: closing the main
-  // window neither closes it nor ends the program while it is open.
-  if (!options_) options_ = new frmOptions(desktop_);
+  // window neither closes it nor ends the program while it is open. A
+  // closed dialog is only waiting to be deleted, so Options opens afresh.
+  if (!options_ || options_->isHidden()) options_ = new frmOptions(desktop_);
   options_->show();
   options_->raise();
   options_->activateWindow();
