@@ -1,0 +1,99 @@
+// The two run sequences: their progress steps, captions and what they leave.
+
+#include <gtest/gtest.h>
+
+#include "analysis/analysis_run.h"
+#include "analysis/form1.h"
+#include "support/fake_host.h"
+#include "support/test_files.h"
+
+namespace vantor::testing {
+namespace {
+
+using V = std::vector<std::string>;
+using Values = std::vector<std::int64_t>;
+
+class RunSequence : public ::testing::Test {
+ protected:
+  RunSequence() : form_(host_) { host_.program_dir = dir_.path().string(); }
+
+  void Open(const std::string& name, const std::string& bytes) {
+    WriteBytes(dir_ / name, bytes);
+    host_.chosen_log = dir_ / name;
+    form_.LoadFile();
+  }
+
+  ScratchDir dir_;
+  FakeHost host_;
+  Form1 form_;
+};
+
+TEST_F(RunSequence, OpenRunStepsAndKeepsItsResults) {
+  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n");
+  OpenRun(form_);
+  // 10, 20, 30, then one slot per member, 0.8 and 0.9 of the new maximum,
+  // and the bar filled to that maximum.
+  EXPECT_EQ(host_.progress_values, (Values{10, 20, 30, 30, 130, 200, 225, 250}));
+  EXPECT_EQ(host_.visibility_changes, (std::vector<bool>{true, false}));
+  EXPECT_TRUE(host_.captions.empty());
+  EXPECT_EQ(host_.table[0].Rows(), (V{"Alpha", "Totals", " ", "Bravo", "Totals"}));
+  EXPECT_EQ(form_.List8.Rows(), (V{"Alpha"}));
+}
+
+TEST_F(RunSequence, ProcessRunChangesTheCaptionAndEmptiesEverything) {
+  host_.append = true;
+  Open("a.log", "^7Alpha got the RED flag!\r\n");
+  Open("b.log", "^7Bravo was railed by Alpha\r\n^7odd line\r\n");
+  ProcessRun(form_);
+  EXPECT_EQ(host_.captions, (V{"Processing", "Process"}));
+  EXPECT_EQ(host_.filled[0].Rows(), (V{"Alpha", "Totals", " ", "Bravo", "Totals"}));
+  EXPECT_EQ(host_.table.RowCount(), 0u);
+  for (const WorksheetList* l : {&form_.List1, &form_.List2, &form_.List5, &form_.List7, &form_.List8,
+                                 &form_.List9, &form_.List10}) {
+    EXPECT_EQ(l->Count(), 0u);
+  }
+  EXPECT_EQ(ReadBytes(dir_ / "unknown.txt"), "odd line\r\n\r\n");
+  EXPECT_EQ(host_.opened, (V{dir_ / "b.html"}));
+}
+
+TEST_F(RunSequence, CancelledOpenStillRunsOverTheEmptyWorksheet) {
+  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n");
+  OpenRun(form_);
+  host_.chosen_log.clear();
+  form_.LoadFile();
+  OpenRun(form_);
+  EXPECT_EQ(host_.messages.back().text, "Choose a file!");
+  EXPECT_EQ(host_.table[0].Rows(), (V{"Totals", " ", "Totals"}));
+  EXPECT_EQ(ReadBytes(dir_ / "unknown.txt"), "\r\n");
+  EXPECT_EQ(host_.opened.size(), 1u);  // no log, no report to open
+}
+
+TEST_F(RunSequence, TeamsDoNotCarryOverFromAnEarlierRun) {
+  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n");
+  OpenRun(form_);
+  Open("b.log", "^7Bravo was railed by Alpha\r\n");
+  OpenRun(form_);
+  EXPECT_EQ(host_.table[0].Rows(), (V{"Totals", " ", "Totals"}));
+}
+
+TEST_F(RunSequence, UnwritableUnknownLinesAreReportedAndTheReportStillOpens) {
+  Open("a.log", "^7Alpha got the RED flag!\r\n");
+  host_.program_dir = dir_ / "gone";
+  OpenRun(form_);
+  EXPECT_EQ(host_.messages.back().text,
+            "Could not write " + (dir_ / "gone") + "/unknown.txt: No such file or directory");
+  EXPECT_EQ(host_.opened, (V{dir_ / "a.html"}));
+}
+
+TEST_F(RunSequence, ClearListsLeavesTalliesAndColoursAlone) {
+  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n");
+  OpenRun(form_);
+  form_.ClearLists();
+  EXPECT_EQ(form_.List1.Count() + form_.List7.Count() + host_.table.RowCount(), 0u);
+  EXPECT_EQ(form_.tally.size(), 2u);
+  EXPECT_EQ(form_.tally[1].strPlayerName, "Bravo");
+  EXPECT_FALSE(form_.strPlayerTeam.empty());
+}
+
+}  // namespace
+}  // namespace vantor::testing
