@@ -153,6 +153,14 @@ struct LineCase {
 TEST(KillCheck, LinesWhoseOutcomeIsEasyToGetWrong) {
   using V = std::vector<std::string>;
   const LineCase cases[] = {
+      {"worked cut: plain kill", "Alpha was railed by Bravo",
+       {V{"Bravo"}, V{"Alpha"}, V{"Rail Gun"}, V{}, V{}, V{}}, false},
+      {"worked cut: sentry", "Delta's Sentry Gun was destroyed by Echo.",
+       {V{}, V{}, V{}, V{}, V{}, V{"Echo"}}, false},
+      {"worked cut: flag", "Alpha got the BLUE flag!",
+       {V{}, V{}, V{}, V{"Alpha"}, V{"Flag Grab (Red)"}, V{}}, false},
+      {"worked cut: suicide", "Alpha killed himself.",
+       {V{"Himself"}, V{"Alpha"}, V{"Suicide"}, V{}, V{}, V{}}, false},
       {"napalm suffix before rocket", "Alpha almost dodged Bravo's Napalm Rocket",
        {V{"Bravo"}, V{"Alpha"}, V{"Napalm Rocket Splash"}, V{}, V{}, V{}}, false},
       {"plain rocket", "Alpha almost dodged Bravo's Rocket",
@@ -163,8 +171,8 @@ TEST(KillCheck, LinesWhoseOutcomeIsEasyToGetWrong) {
        {V{"Bravo"}, V{"Alpha"}, V{"Shotgun"}, V{}, V{}, V{}}, false},
       {"headshot", "Alpha 's head was blown off by Bravo",
        {V{"Bravo"}, V{"Alpha"}, V{"Sniper Headshot"}, V{}, V{}, V{}}, false},
-      {"grab credits the other colour", "Alpha got the BLUE flag!",
-       {V{}, V{}, V{}, V{"Alpha"}, V{"Flag Grab (Red)"}, V{}}, false},
+      {"defence credits the named colour", "Alpha defends the BLUE flag.",
+       {V{}, V{}, V{}, V{"Alpha"}, V{"Flag Defense (Blue)"}, V{}}, false},
       {"suicide", "Alpha blew himself up.",
        {V{"Himself"}, V{"Alpha"}, V{"Suicide"}, V{}, V{}, V{}}, false},
       {"three-character victim is consumed", "Ace almost dodged Bravo's Rocket",
