@@ -1,128 +1,186 @@
-// Whole reports compared byte for byte with hand-written expected files,
-// and where reports go.
+// Whole reports compared byte for byte with hand-written documents, and the
+// rows that depend on where the team totals stand in the statistics table.
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <vector>
 
-#include "analysis/analysis_run.h"
 #include "analysis/form1.h"
-#include "report/report_path.h"
+#include "report/html_report.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
 
 namespace vantor::testing {
 namespace {
 
-struct Kill {
+struct Event {
   std::string killer, victim, method;
 };
-
-struct ReportCase {
-  const char* folder;
+struct Flag {
+  std::string player, action;
+};
+struct Teams {
   std::vector<std::string> blue, red;
-  std::vector<Kill> kills;
-  std::vector<std::pair<std::string, std::string>> flags;
+  std::vector<Event> events;
+  std::vector<Flag> flags;
   std::vector<std::string> sentries;
 };
 
-std::string ReportOf(const ReportCase& c) {
+// Runs the tallies on a worksheet whose teams are already split and returns
+// the report they write beside the log.
+std::string ReportFor(const Teams& t) {
   ScratchDir dir;
   FakeHost host;
   host.program_dir = dir.path().string();
   host.chosen_log = dir / "match.log";
   Form1 form(host);
-  for (const Kill& k : c.kills) {
-    form.List2.Append(k.killer);
-    form.List3.Append(k.victim);
-    form.List4.Append(k.method);
+  for (const Event& e : t.events) {
+    form.List2.Append(e.killer);
+    form.List3.Append(e.victim);
+    form.List4.Append(e.method);
   }
-  for (const auto& [player, action] : c.flags) {
-    form.List5.Append(player);
-    form.List6.Append(action);
+  for (const Flag& f : t.flags) {
+    form.List5.Append(f.player);
+    form.List6.Append(f.action);
   }
-  for (const std::string& s : c.sentries) form.List10.Append(s);
-  for (const std::string& b : c.blue) form.List8.Append(b);
-  for (const std::string& r : c.red) form.List9.Append(r);
+  for (const std::string& s : t.sentries) form.List10.Append(s);
+  for (const std::string& b : t.blue) form.List8.Append(b);
+  for (const std::string& r : t.red) form.List9.Append(r);
   form.GetIndivStats();
   EXPECT_TRUE(host.messages.empty());
   return ReadBytes(dir / "match.html");
 }
 
-TEST(OutputToHTML, ReportsMatchTheHandWrittenDocuments) {
-  const ReportCase cases[] = {
-      {"report_no_members", {}, {}, {}, {}, {}},
-      {"report_only_red", {}, {"Rex"},
-       {{"Rex", "Vic", "Knife"}, {"Rex", "Vic", "Rail Gun"}}, {{"Rex", "Flag Grab (Red)"}}, {}},
-      {"report_two_blue_one_red", {"Ann<&", "Bea"}, {"Cy"},
-       {{"Ann<&", "Cy", "Super Shotgun"}, {"Bea", "Cy", "Minigun"}, {"Bea", "Cy", "Minigun"},
-        {"Bea", "Cy", "Rocket Hit"}, {"Bea", "Cy", "Plasmabomb"}, {"Cy", "Bea", "Sentry Gun"},
-        {"Cy", "Bea", "Shotgun"}, {"Himself", "Cy", "Suicide"}},
-       {{"Ann<&", "Flag Capture (Blue)"}, {"Bea", "FC Defense (Blue)"},
-        {"Bea", "Base Defense (Blue)"}, {"Cy", "Flag Defense (Red)"}},
-       {"Cy"}},
+// The lines from a table's heading to its closing line, both included.
+std::string Table(const std::string& report, const std::string& heading) {
+  const std::size_t begin = report.find(heading + "\r\n");
+  const std::size_t end = report.find("</body></html>\r\n", begin);
+  if (begin == std::string::npos || end == std::string::npos) return "no table " + heading;
+  return report.substr(begin, end + 16 - begin);
+}
+
+std::string Lines(std::initializer_list<const char*> lines) {
+  std::string text;
+  for (const char* l : lines) text += std::string(l) + "\r\n";
+  return text;
+}
+
+TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
+  const std::string bea = "<Bo>&Bea";
+  const struct {
+    const char* folder;
+    Teams teams;
+  } cases[] = {
+      {"report_no_members", {}},
+      {"report_only_red",
+       {{},
+        {"Rex", "Zed"},
+        {{"Rex", "Vick", "Knife"}, {"Rex", "Vick", "Rail Gun"}, {"Zed", "Rex", "Rocket Splash"},
+         {"Himself", "Zed", "Suicide"}, {"Zed", "Vick", "Hyperblaster"}},
+        {{"Rex", "Flag Grab (Red)"}, {"Rex", "Flag Capture (Red)"}, {"Zed", "Base Defense (Red)"}},
+        {}}},
+      // Anja has only Super Shotgun kills and Bea Minigun but no MegaChaingun
+      // or Laser Defense: neither gets a row in those classes' tables.
+      {"report_two_blue_one_red",
+       {{"Anja", bea},
+        {"Cyra"},
+        {{"Anja", "Cyra", "Super Shotgun"}, {"Anja", "Cyra", "Super Shotgun"},
+         {bea, "Cyra", "Minigun"}, {bea, "Cyra", "Rocket Hit"}, {bea, "Cyra", "Plasmabomb"},
+         {bea, "Anja", "Pistol"}, {"Cyra", bea, "Sentry Gun"}, {"Cyra", "Anja", "MegaChaingun"},
+         {"Cyra", "Anja", "Shrapnel Grenade"}, {"Cyra", bea, "Sniper Headshot"},
+         {"Cyra", "Anja", "Flamethrower"}, {"Cyra", bea, "Shotgun"}, {"Cyra", "Anja", "Gauntlet"},
+         {"Himself", "Cyra", "Suicide"}, {"Himself", "Anja", "Suicide"},
+         {"Cyra", "Anja", "Super Shotgun"}, {bea, "Cyra", "Super Shotgun"}},
+        {{"Anja", "Flag Capture (Blue)"}, {"Anja", "Flag Grab (Blue)"}, {bea, "FC Defense (Blue)"},
+         {bea, "Base Defense (Blue)"}, {"Cyra", "Flag Defense (Red)"}, {"Cyra", "FC Frag (Red)"}},
+        {"Cyra", "Cyra"}}},
   };
-  for (const ReportCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.folder);
-    EXPECT_EQ(ReportOf(c), ReadBytes(DataPath(std::string(c.folder) + "/expected_report.html")));
+    EXPECT_EQ(ReportFor(c.teams), ReadBytes(DataPath(std::string(c.folder) + "/expected_report.html")));
   }
 }
 
-TEST(DeriveReportPath, NamesTheReportAfterTheLogAndNeverAfterTheLogItself) {
-  struct Row {
-    const char* output_dir;
-    const char* log;
-    const char* report;
-  };
-  const Row rows[] = {
-      {"", "/games/x.logs/game1.log", "/games/x.htmls/game1.html"},
-      {"/stats", "/games/x.logs/game1.log", "/stats/game1.html"},
-      {"/stats/", "/games/game1.log", "/stats//game1.html"},
-      {"/stats", "/games/a.log.log", "/stats/a.html.html"},
-      {"", "/games/GAME.LOG", "/games/GAME.LOG.html"},
-      {"", "/games/game", "/games/game.html"},
-      {"/games", "/games/game", "/games/game.html"},
-      {"/elsewhere", "/games/game", "/elsewhere/game"},
-      {"/stats", "", ""},
-  };
-  for (const Row& r : rows) EXPECT_EQ(DeriveReportPath(r.output_dir, r.log), r.report) << r.log;
+// Statistics rows as text, one cell per column.
+void AppendRow(StatisticsTable& table, const std::vector<std::string>& cells) {
+  for (std::size_t c = 0; c < cells.size(); ++c) table[c].Append(cells[c]);
 }
 
-TEST(OpenRun, UnknownLinesAndReportOpeningSurviveAnUnwritableReport) {
-  ScratchDir dir;
-  WriteBytes(dir / "game.log", "^7Alpha was railed by Bravo\r\n^7mystery\r\n");
-  const std::string log_before = ReadBytes(dir / "game.log");
-  FakeHost host;
-  host.program_dir = dir.path().string();
-  host.chosen_log = dir / "game.log";
-  host.settings["OutputDir"] = dir / "missing";
-  Form1 form(host);
-  form.LoadFile();
-  OpenRun(form);
-  EXPECT_EQ(host.messages,
-            (std::vector<FakeHost::Message>{
-                {"Could not write " + (dir / "missing") + "/game.html: No such file or directory",
-                 MessageIcon::kCritical}}));
-  EXPECT_EQ(ReadBytes(dir / "unknown.txt"), "mystery\r\n\r\n");
-  EXPECT_TRUE(host.opened.empty());
-  EXPECT_EQ(ReadBytes(dir / "game.log"), log_before);
-  EXPECT_EQ(host.table[0].Rows(), (std::vector<std::string>{"Totals", " ", "Totals"}));
+TEST(WriteHtmlReport, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
+  TallyTable tally(2);
+  tally[0].strPlayerName = "Ida";
+  tally[0].intFrags = 3;
+  tally[0].intFlagGrabs = 2;
+  tally[1].strPlayerName = "Jo";
+  tally[1].intDeaths = 4;
+  tally[1].intFCKills = 1;
+  // Distinct texts in the totals rows show which row each total is read from.
+  StatisticsTable table;
+  AppendRow(table, {"Ida", "3", "0", "0", "2", "0", "0", "0", "0", "0", "0"});
+  AppendRow(table, {"Jo", "0", "4", "0", "0", "0", "0", "0", "0", "1", "0"});
+  AppendRow(table, {"Totals", "b1", "b2", "b3", "b4", "b5", "b6", "b7", "b8", "b9", "b10"});
+  AppendRow(table, {" ", " ", " ", " ", " ", " ", " ", " ", " ", " ", " "});
+  AppendRow(table, {"Totals", "r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8", "r9", "r10"});
+  std::ostringstream out;
+  WriteHtmlReport(out, tally, 2, 0, table);
+  const std::string report = out.str();
+  EXPECT_EQ(Table(report, "<center><h2>Frag Stats</h2>"),
+            Lines({"<center><h2>Frag Stats</h2>", "<table border=1><tr>", "<td>Name</TD>",
+                   "<td>Frags</TD>", "<td>Deaths</TD>", "<td>Suicides</TD>",
+                   "<TR><td>", "<font color=#0000FF>", "Ida</font></TD>",
+                   "<td>3</TD>", "<td>0</TD>", "<td>0</TD>", "</tr>",
+                   "<TR><td>", "<font color=#0000FF>", "Jo</font></TD>",
+                   "<td>0</TD>", "<td>4</TD>", "<td>0</TD>", "</tr>",
+                   "<tr><td><b>Total</b></TD><td><b>b1</TD><td><b>b2</TD><td><b>b3</TD></tr>",
+                   "<tr><td><b>Total</b></TD><td><b>r1</TD><td><b>r2</TD><td><b>r3</TD></tr>",
+                   "  </table></body></html>"}));
+  // The team flag sum starts again from 0 after the Blue totals row.
+  const std::string flag = Table(report, "<h2>Flag Stats</h2>");
+  EXPECT_NE(flag.find(Lines({"<td><b>2</TD>", "</tr>", "<TR><td>", "<font color=#0000FF>"})),
+            std::string::npos);
+  EXPECT_NE(flag.find(Lines({"<td><b>1</TD>", "</tr>",
+                             "<tr><td><b>Total</b></TD><td><b>b4</TD><td><b>b5</TD><td><b>b6</TD>"
+                             "<td><b>b7</TD><td><b>b8</TD><td><b>b9</TD><td><b>3</TD></tr>",
+                             "<tr><td><b>Total</b></TD><td><b>r4</TD><td><b>r5</TD><td><b>r6</TD>"
+                             "<td><b>r7</TD><td><b>r8</TD><td><b>r9</TD><td><b>0</TD></tr>",
+                             "  </table></body></html>"})),
+            std::string::npos)
+      << flag;
 }
 
-TEST(OpenRun, ReportBesideAnUppercaseLogLeavesTheLogAlone) {
-  ScratchDir dir;
-  const std::string log = "^7Alpha was railed by Bravo\r\n";
-  WriteBytes(dir / "GAME.LOG", log);
-  FakeHost host;
-  host.program_dir = dir.path().string();
-  host.chosen_log = dir / "GAME.LOG";
-  Form1 form(host);
-  form.LoadFile();
-  OpenRun(form);
-  EXPECT_EQ(ReadBytes(dir / "GAME.LOG"), log);
-  EXPECT_EQ(host.opened, (std::vector<std::string>{dir / "GAME.LOG.html"}));
-  EXPECT_EQ(ReadBytes(dir / "unknown.txt"), "\r\n");
-  EXPECT_TRUE(std::filesystem::exists(dir / "GAME.LOG.html"));
+TEST(OutputToHTML, MemberOfBothTeamsHasABlueAndARedRowWhereverTheCountsPass) {
+  const std::string report =
+      ReportFor({{"Duo"}, {"Duo"}, {{"Duo", "Vick", "Rail Gun"}, {"Himself", "Duo", "Suicide"}}, {}, {"Duo"}});
+  // The Red slot counts after the Blue one has taken the suicide and the kill.
+  EXPECT_EQ(Table(report, "<center><h2>Frag Stats</h2>"),
+            Lines({"<center><h2>Frag Stats</h2>", "<table border=1><tr>", "<td>Name</TD>",
+                   "<td>Frags</TD>", "<td>Deaths</TD>", "<td>Suicides</TD>",
+                   "<TR><td>", "<font color=#0000FF>", "Duo</font></TD>",
+                   "<td>1</TD>", "<td>1</TD>", "<td>1</TD>", "</tr>",
+                   "<tr><td><b>Total</b></TD><td><b>1</TD><td><b>1</TD><td><b>1</TD></tr>",
+                   "<TR><td>", "<font color=#FF0000>", "Duo</font></TD>",
+                   "<td>1</TD>", "<td>0</TD>", "<td>0</TD>", "</tr>",
+                   "<tr><td><b>Total</b></TD><td><b>1</TD><td><b>0</TD><td><b>0</TD></tr>",
+                   "  </table></body></html>"}));
+  std::string cyborg = Lines({"<h2>Cyborg Stats</h2>", "<table border=1><tr>", "<TR><td>Name</TD>",
+                              "<td>Kamikazi</TD>", "<td>Grenade</TD>", "<td>Lightning Gun</TD>",
+                              "<td>Plasma</TD>", "<td>Sentry KillerK</TD>", "<td>SK Splash</TD>",
+                              "<td>Sentry Kills</TD>", "</tr>"});
+  for (const char* colour : {"<font color=#0000FF>", "<font color=#FF0000>"}) {
+    cyborg += Lines({"<TR><td>", colour, "Duo</font></TD>", "<td>0</TD>", "<td>0</TD>", "<td>0</TD>",
+                     "<td>0</TD>", "<td>0</TD>", "<td>0</TD>", "<td>1</TD>", "</tr>"});
+  }
+  EXPECT_EQ(Table(report, "<h2>Cyborg Stats</h2>"), cyborg + "  </table></body></html>\r\n");
+  EXPECT_EQ(Table(report, "<h2>Sniper Stats</h2>"),
+            Lines({"<h2>Sniper Stats</h2>", "<table border=1><tr>", "<TR><td>Name</TD>",
+                   "<td>Headshot</TD>", "<td>Sniper Rifle</TD>", "<td>Legshot</TD>",
+                   "<td>Railgun</TD>", "<td>Pipebombs</TD>", "</tr>",
+                   "<TR><td>", "<font color=#0000FF>", "Duo</font></TD>",
+                   "<td>0</TD>", "<td>0</TD>", "<td>0</TD>", "<td>1</TD>", "<td>0</TD>", "</tr>",
+                   "  </table></body></html>"}));
 }
 
 }  // namespace
