@@ -1,94 +1,202 @@
-// vantor-cli driven as a user drives it: arguments in, exit status, output
+// vantor-cli driven as a user drives it: arguments in; exit status, output
 // streams and files out.
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "support/test_files.h"
 
 namespace vantor::testing {
 namespace {
 
-struct Result {
-  int status;
+struct Outcome {
+  int status = -1;
   std::string out, err;
 };
 
-Result RunCli(const ScratchDir& dir, const std::string& args) {
-  const std::string command = std::string(VANTOR_CLI) + " " + args + " >" + (dir / "stdout") +
-                              " 2>" + (dir / "stderr");
-  const int raw = std::system(command.c_str());
-  return {WEXITSTATUS(raw), ReadBytes(dir / "stdout"), ReadBytes(dir / "stderr")};
+// Runs vantor-cli with args in the directory cwd and collects what it printed.
+Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".") {
+  ScratchDir streams;
+  const std::string out = streams / "stdout";
+  const std::string err = streams / "stderr";
+  const pid_t pid = ::fork();
+  if (pid == 0) {
+    ::dup2(::open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), 1);
+    ::dup2(::open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), 2);
+    std::vector<char*> argv{const_cast<char*>(VANTOR_CLI)};
+    for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    if (::chdir(cwd.c_str()) == 0) ::execv(VANTOR_CLI, argv.data());
+    ::_exit(127);
+  }
+  int status = 0;
+  ::waitpid(pid, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadBytes(out), ReadBytes(err)};
 }
 
-const char kHeader[] =
+constexpr char kUsage[] =
+    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] LOG [LOG ...]\n";
+
+std::string UsageError(const std::string& what) {
+  return "vantor-cli: " + what + "\n" + kUsage + "Try 'vantor-cli --help' for more information.\n";
+}
+
+TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
+  const struct {
+    const char* name;
+    std::vector<std::string> args;
+    int status;
+    std::string out;  // the whole of stdout, or its start where prefix is set
+    bool prefix;
+    std::string err;
+  } rows[] = {
+      {"help", {"--help"}, 0, kUsage, true, ""},
+      {"version", {"--version"}, 0, "vantor-cli (Vantor Log Analyzer) 0.80\n", false, ""},
+      {"unknown option", {"--frobnicate", "x.log"}, 2, "", false,
+       UsageError("unrecognized option '--frobnicate'")},
+      {"flag given a value", {"--table=yes", "x.log"}, 2, "", false,
+       UsageError("unrecognized option '--table=yes'")},
+      {"missing LOG", {"--table"}, 2, "", false, UsageError("missing LOG operand")},
+      {"option without its value", {"x.log", "--side-dir"}, 2, "", false,
+       UsageError("option '--side-dir' requires an argument")},
+  };
+  for (const auto& r : rows) {
+    SCOPED_TRACE(r.name);
+    const Outcome o = RunCli(r.args);
+    EXPECT_EQ(o.status, r.status);
+    EXPECT_EQ(r.prefix ? o.out.substr(0, r.out.size()) : o.out, r.out);
+    EXPECT_EQ(o.err, r.err);
+  }
+}
+
+constexpr char kHeader[] =
     "Name\tFrags\tDeaths\tSuicides\tF Grabs\tFC Def\tF Cap\tF Def\tB Def\tFC Frag\tSentrys\n";
+constexpr char kSeparator[] = " \t \t \t \t \t \t \t \t \t \t \n";
 
-TEST(VantorCli, UsageErrorsHelpAndVersion) {
-  ScratchDir dir;
-  const Result help = RunCli(dir, "--help");
-  EXPECT_EQ(help.status, 0);
-  EXPECT_EQ(help.out.rfind("Usage: vantor-cli [--output-dir DIR]", 0), 0u);
-  EXPECT_EQ(RunCli(dir, "--version").out, "vantor-cli (Vantor Log Analyzer) 0.80\n");
-  const Result unknown = RunCli(dir, "--frobnicate x.log");
-  EXPECT_EQ(unknown.status, 2);
-  EXPECT_EQ(unknown.err.rfind("vantor-cli: unrecognized option '--frobnicate'\n", 0), 0u);
-  const Result missing = RunCli(dir, "--table");
-  EXPECT_EQ(missing.status, 2);
-  EXPECT_EQ(missing.err.rfind("vantor-cli: missing LOG operand\n", 0), 0u);
-}
-
-TEST(VantorCli, OneLogWritesSideFilesReportAndTable) {
+TEST(VantorCli, OneLogWritesTheSideFilesTheReportAndTheTable) {
   ScratchDir dir;
   std::filesystem::create_directory(dir / "side");
   WriteBytes(dir / "game.log",
-             "^7Alpha got the RED flag!\r\n"
-             "^7Bravo was railed by ^1Alpha\r\n"
+             "^4Alpha^7 got the RED flag!\r\n"
+             "^1Bravo^7 was railed by ^4Alpha\r\n"
              "Bravo's Sentry Gun was destroyed by Alpha.\r\n"
-             "^7Alpha: ^3nice\r\n"
-             "^7who knows\r\n"
-             "noise\r\n");
-  const Result r = RunCli(dir, "--table --side-dir " + (dir / "side") + " " + (dir / "game.log"));
-  EXPECT_EQ(r.status, 0);
-  EXPECT_EQ(r.err, "");
-  EXPECT_EQ(r.out, std::string(kHeader) +
+             "^4Alpha^7: ^3nice shot\r\n"
+             "^1Bravo^7 entered the game\r\n"
+             "^7Server command overflow\r\n"
+             "noise without codes\r\n"
+             "^3Vote^7 passed\r\n"
+             "Admin: restart at 10\r\n"
+             "^1Bravo^7 blew himself up.\r\n"
+             "a last line without its end");
+  const Outcome o = RunCli({"--side-dir", dir / "side", "--table", dir / "game.log"});
+  EXPECT_EQ(o.status, 0);
+  EXPECT_EQ(o.err, "");
+  EXPECT_EQ(o.out, std::string(kHeader) +
                        "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n"
-                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n"
-                       " \t \t \t \t \t \t \t \t \t \t \n"
-                       "Bravo\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
-                       "Totals\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n");
+                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n" + kSeparator +
+                       "Bravo\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n"
+                       "Totals\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n");
   EXPECT_EQ(ReadBytes(dir / "side/logoutput.txt"),
             "Alpha got the RED flag!\r\nBravo was railed by Alpha\r\n"
-            "Bravo's Sentry Gun was destroyed by Alpha.\r\nwho knows\r\n\r\n");
+            "Bravo's Sentry Gun was destroyed by Alpha.\r\nVote passed\r\n"
+            "Bravo blew himself up.\r\n\r\n");
+  // Every CR LF pair also ends an empty line between its two characters.
   EXPECT_EQ(ReadBytes(dir / "side/ignored.txt"),
-            "\r\n\r\n\r\nAlpha: nice\r\n\r\n\r\nnoise\r\n\r\n");
-  EXPECT_EQ(ReadBytes(dir / "side/chat.txt"), "Alpha: nice\r\n");
-  EXPECT_EQ(ReadBytes(dir / "side/unknown.txt"), "who knows\r\n\r\n");
+            "\r\n\r\n\r\nAlpha: nice shot\r\n\r\n^1Bravo^7 entered the game\r\n\r\n"
+            "^7Server command overflow\r\n\r\nnoise without codes\r\n\r\n\r\n"
+            "Admin: restart at 10\r\n\r\n\r\n");
+  EXPECT_EQ(ReadBytes(dir / "side/chat.txt"), "Alpha: nice shot\r\n");
+  EXPECT_EQ(ReadBytes(dir / "side/unknown.txt"), "Vote passed\r\n\r\n");
   EXPECT_TRUE(std::filesystem::exists(dir / "game.html"));
 }
 
-TEST(VantorCli, SeveralLogsAreAnalysedTogetherAndMessagesSetTheStatus) {
+// Carol is teamed by the second propagation pass, Dave only by a third.
+constexpr char kChainStart[] = "^4Alpha^7 got the RED flag!\r\n^1Bravo^7 was railed by ^4Alpha\r\n";
+constexpr char kChainEnd[] = "^4Carol^7 was railed by ^1Bravo\r\n^1Dave^7 was railed by ^4Carol\r\n";
+const std::string kTwoPasses = std::string(kHeader) +
+                               "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\n"
+                               "Carol\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
+                               "Totals\t2\t1\t0\t1\t0\t0\t0\t0\t0\t0\n" + kSeparator +
+                               "Bravo\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n";
+
+TEST(VantorCli, SeveralLogsAreAnalysedTogetherWithTwoPropagationPasses) {
   ScratchDir dir;
-  WriteBytes(dir / "a.log", "^7Alpha got the RED flag!\r\n");
-  WriteBytes(dir / "b.log", "^7Bravo was railed by Alpha\r\n");
-  std::filesystem::create_directory(dir / "out");
-  const Result r = RunCli(dir, "--table --side-dir " + dir.path().string() + " --output-dir " +
-                                   (dir / "out") + " " + (dir / "a.log") + " " + (dir / "missing.log") +
-                                   " " + (dir / "b.log"));
-  EXPECT_EQ(r.status, 1);
-  EXPECT_EQ(r.err, "Vantor Log Analyzer: File Not Found\n");
-  // Two passes: Bravo, killed by a Blue member, becomes Red in the first.
-  EXPECT_EQ(r.out, std::string(kHeader) +
-                       "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\n"
-                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\n"
-                       " \t \t \t \t \t \t \t \t \t \t \n"
-                       "Bravo\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
-                       "Totals\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n");
+  WriteBytes(dir / "a.log", kChainStart);
+  WriteBytes(dir / "b.log", kChainEnd);
+  WriteBytes(dir / "ab.log", std::string(kChainStart) + kChainEnd);
+  const Outcome together = RunCli({"--table", "--side-dir", dir.path(), dir / "a.log", dir / "b.log"});
+  EXPECT_EQ(together.status, 0);
+  EXPECT_EQ(together.out, kTwoPasses + "Totals\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n");
   EXPECT_EQ(ReadBytes(dir / "logoutput.txt"),
-            "Alpha got the RED flag!\r\nBravo was railed by Alpha\r\n\r\n");
-  EXPECT_TRUE(std::filesystem::exists(dir / "out/b.html"));
+            "Alpha got the RED flag!\r\nBravo was railed by Alpha\r\n"
+            "Carol was railed by Bravo\r\nDave was railed by Carol\r\n\r\n");
+  EXPECT_TRUE(std::filesystem::exists(dir / "b.html"));
+  EXPECT_FALSE(std::filesystem::exists(dir / "a.html"));
+  const Outcome alone = RunCli({"--table", "--side-dir", dir.path(), dir / "ab.log"});
+  EXPECT_EQ(alone.out, kTwoPasses + "Dave\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
+                                    "Totals\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\n");
+}
+
+TEST(VantorCli, MissingLogIsReportedAndTheRunStillWritesItsFiles) {
+  ScratchDir dir;
+  const Outcome o = RunCli({"--table", "--side-dir", dir.path(), dir / "missing.log"});
+  EXPECT_EQ(o.status, 1);
+  EXPECT_EQ(o.err, "Vantor Log Analyzer: File Not Found\n");
+  EXPECT_EQ(o.out, std::string(kHeader) + "Totals\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\n" + kSeparator +
+                       "Totals\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\n");
+  // The report is named after the log that was asked for, as in the window.
+  EXPECT_EQ(ReadBytes(dir / "missing.html"), ReadBytes(DataPath("report_no_members/expected_report.html")));
+  for (const char* side : {"ignored.txt", "chat.txt"}) EXPECT_EQ(ReadBytes(dir / side), "") << side;
+  for (const char* side : {"logoutput.txt", "unknown.txt"}) EXPECT_EQ(ReadBytes(dir / side), "\r\n") << side;
+}
+
+TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
+  const struct {
+    const char* name;
+    const char* log;
+    std::vector<std::string> options;  // "{dir}" is the log's directory
+    const char* report;                // relative to the log's directory
+  } rows[] = {
+      {"next to the log", "game.log", {}, "game.html"},
+      {"output dir", "game.log", {"--output-dir", "{dir}/out"}, "out/game.html"},
+      {"output dir with =", "game.log", {"--output-dir={dir}/out"}, "out/game.html"},
+      {"uppercase extension", "GAME.LOG", {}, "GAME.LOG.html"},
+      {"no extension", "game", {}, "game.html"},
+      {"no extension, output dir is its dir", "game", {"--output-dir", "{dir}"}, "game.html"},
+      {"no extension, same dir spelt with /", "game", {"--output-dir", "{dir}/"}, "game.html"},
+      {"relative log path", "./game.log", {}, "game.html"},
+  };
+  const std::string golden = ReadBytes(DataPath("report_no_members/expected_report.html"));
+  for (const auto& r : rows) {
+    SCOPED_TRACE(r.name);
+    ScratchDir dir;
+    std::filesystem::create_directory(dir / "out");
+    const std::string log = "^7nobody here, only ^1colours\r\n";
+    WriteBytes(dir / r.log, log);
+    std::vector<std::string> args{"--side-dir", dir / "out"};
+    for (std::string o : r.options) {
+      if (const auto at = o.find("{dir}"); at != std::string::npos) o.replace(at, 5, dir.path());
+      args.push_back(o);
+    }
+    args.push_back(r.log[0] == '.' ? r.log : dir / r.log);
+    const Outcome o = RunCli(args, dir.path());
+    EXPECT_EQ(o.status, 0);
+    EXPECT_EQ(o.err, "");
+    EXPECT_EQ(ReadBytes(dir / r.log), log);
+    EXPECT_EQ(ReadBytes(dir / r.report), golden);
+    std::vector<std::string> reports;
+    for (const auto& f : std::filesystem::recursive_directory_iterator(dir.path())) {
+      if (f.path().extension() == ".html") reports.push_back(f.path().lexically_relative(dir.path()));
+    }
+    EXPECT_EQ(reports, std::vector<std::string>{r.report});
+  }
 }
 
 }  // namespace
