@@ -1,138 +1,212 @@
-// Import of a log into the worksheet and its three side files, byte for byte.
+// Import of a log into List1 and its three side files, byte for byte.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
-#include "analysis/log_import.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
 
 namespace vantor::testing {
 namespace {
 
-struct Imported {
-  std::vector<std::string> list1;
-  std::string logoutput, ignored, chat;
-  std::vector<FakeHost::Message> messages;
-};
+using V = std::vector<std::string>;
+using Messages = std::vector<FakeHost::Message>;
+
+// Every row followed by CR LF, then the one empty line behind the last row.
+std::string LogOutputOf(const V& rows) {
+  std::string bytes;
+  for (const std::string& row : rows) bytes += row + "\r\n";
+  return bytes + "\r\n";
+}
 
 class LogImport : public ::testing::Test {
  protected:
-  Imported Import(const std::vector<std::string>& logs, bool append = false) {
-    FakeHost host;
-    host.program_dir = dir_.path().string();
-    host.append = append;
-    Form1 form(host);
-    for (const std::string& bytes : logs) {
-      const std::string path = dir_ / ("log" + std::to_string(count_++) + ".log");
-      WriteBytes(path, bytes);
-      host.chosen_log = path;
-      form.LoadFile();
-    }
-    return {form.List1.Rows(), ReadBytes(dir_ / "logoutput.txt"), ReadBytes(dir_ / "ignored.txt"),
-            ReadBytes(dir_ / "chat.txt"), host.messages};
+  LogImport() : form_(host_) { host_.program_dir = dir_.path().string(); }
+
+  void Open(const std::string& bytes) {
+    const std::string path = dir_ / ("game" + std::to_string(++logs_) + ".log");
+    WriteBytes(path, bytes);
+    host_.chosen_log = path;
+    form_.LoadFile();
   }
+  std::string Side(const std::string& name) const { return ReadBytes(dir_ / name); }
 
   ScratchDir dir_;
-  int count_ = 0;
+  FakeHost host_;
+  Form1 form_;
+  int logs_ = 0;
 };
 
-TEST_F(LogImport, FiltersStripsAndWritesTheSideFiles) {
-  const Imported got = Import({
-      "^1Al^7pha was railed by ^4Bravo\r\n"
-      "Delta's Sentry Gun was destroyed by Echo.\n"
-      "^7Alpha entered the game\r"
-      "^7Alpha disconnected\n"
-      "^7Alpha: ^2gg\n"
-      "Bravo: plain chat\n"
-      "^7Unpure client detected\n"
-      "^7Server command overflow\n"
-      "plain noise\n"
-      "^7^^12Charlie cratered.\n"
-      "^7never ended"});
-  EXPECT_EQ(got.list1, (std::vector<std::string>{"Alpha was railed by Bravo",
-                                                 "Delta's Sentry Gun was destroyed by Echo.",
-                                                 "Charlie cratered."}));
-  EXPECT_EQ(got.logoutput,
-            "Alpha was railed by Bravo\r\nDelta's Sentry Gun was destroyed by Echo.\r\n"
-            "Charlie cratered.\r\n\r\n");
-  EXPECT_EQ(got.ignored,
-            "\r\n^7Alpha entered the game\r\n^7Alpha disconnected\r\nAlpha: gg\r\n"
-            "Bravo: plain chat\r\n^7Unpure client detected\r\n^7Server command overflow\r\n"
-            "plain noise\r\n");
-  EXPECT_EQ(got.chat, "Alpha: gg\r\n");
-  EXPECT_TRUE(got.messages.empty());
+struct ImportCase {
+  const char* name;
+  std::string log;
+  V kept;
+  std::string ignored, chat;
+};
+
+TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
+  const std::string odd_name("\x80\xff<&\"", 5), nul_name("N\0l", 3);
+  const ImportCase cases[] = {
+      {"CR LF pairs give an empty ignored line each",
+       "^7Alpha killed himself.\r\n^7Bravo cratered.\r\n",
+       {"Alpha killed himself.", "Bravo cratered."}, "\r\n\r\n", ""},
+      {"CR alone and LF alone each end a line", "^7Alpha cratered.\r^7Bravo cratered.\n\n",
+       {"Alpha cratered.", "Bravo cratered."}, "\r\n", ""},
+      {"the last line without a line end goes nowhere", "^7Alpha cratered.\n^7Bravo: no end",
+       {"Alpha cratered."}, "", ""},
+      {"an obituary with code 7 is kept stripped", "^1Al^7pha was railed by ^4Bra^^12vo\n",
+       {"Alpha was railed by Bravo"}, "", ""},
+      {"sentry text keeps a line, an obituary alone does not",
+       "Delta's Sentry Gun was destroyed by Echo.\nDelta's Sentry Gun was destroyed by\n"
+       "Alpha was railed by Bravo\n",
+       {"Delta's Sentry Gun was destroyed by Echo."},
+       "Delta's Sentry Gun was destroyed by\r\nAlpha was railed by Bravo\r\n", ""},
+      {"joins and connections are ignored unchanged",
+       "^7Alpha entered the game\n^7Bravo disconnected\n^1Unpure client detected ^7x\n"
+       "Delta's Sentry Gun was destroyed by Reconnected.\n",
+       {},
+       "^7Alpha entered the game\r\n^7Bravo disconnected\r\n^1Unpure client detected ^7x\r\n"
+       "Delta's Sentry Gun was destroyed by Reconnected.\r\n",
+       ""},
+      {"chat with code 7 goes stripped to chat and ignored",
+       "^7Alpha: ^2gg\n^7Bravo was railed by Alpha: lol\n", {},
+       "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n",
+       "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n"},
+      {"chat without code 7 goes unstripped to ignored only", "^1Bravo: ^2plain\n", {},
+       "^1Bravo: ^2plain\r\n", ""},
+      {"server command overflow", "^7Server command overflow\n", {},
+       "^7Server command overflow\r\n", ""},
+      {"high and NUL bytes pass through",
+       "^7" + odd_name + " was railed by " + nul_name + "\n" + std::string("\x80\0 noise\n", 9),
+       {odd_name + " was railed by " + nul_name}, std::string("\x80\0 noise\r\n", 10), ""},
+      {"an empty file", "", {}, "", ""},
+  };
+  for (const ImportCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    ScratchDir dir;
+    FakeHost host;
+    host.program_dir = dir.path().string();
+    host.chosen_log = dir / "game.log";
+    WriteBytes(host.chosen_log, c.log);
+    Form1 form(host);
+    form.LoadFile();
+    EXPECT_EQ(form.List1.Rows(), c.kept);
+    EXPECT_EQ(ReadBytes(dir / "logoutput.txt"), LogOutputOf(c.kept));
+    EXPECT_EQ(ReadBytes(dir / "ignored.txt"), c.ignored);
+    EXPECT_EQ(ReadBytes(dir / "chat.txt"), c.chat);
+    EXPECT_TRUE(host.messages.empty());
+  }
 }
 
-TEST(StripColorCodes, RemovesCodesOneKindAfterTheOther) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"^1Al^7pha", "Alpha"}, {"^^12x", "x"}, {"^^21x", "1x"}, {"a^b", "ab"},
-      {"^0^9^a", "a"}, {"\xe9t\xe9^7", "\xe9t\xe9"}, {"", ""}};
-  for (const auto& [in, out] : cases) EXPECT_EQ(StripColorCodes(in), out) << in;
+TEST_F(LogImport, EmptyImportLeavesOneEmptyLineInLogOutput) {
+  Open("noise\n");
+  EXPECT_EQ(Side("logoutput.txt"), "\r\n");
 }
 
-TEST_F(LogImport, AppendModeKeepsEarlierLinesButSideFilesDescribeTheLastImport) {
-  const Imported got = Import({"^7A killed himself.\r\n^7x: hi\n", "^7B killed himself.\n"}, true);
-  EXPECT_EQ(got.logoutput, "A killed himself.\r\nB killed himself.\r\n\r\n");
-  EXPECT_EQ(got.ignored, "");
-  EXPECT_EQ(got.chat, "");
+TEST_F(LogImport, AppendModeLogOutputHoldsBothFilesAndTheOtherSideFilesTheLastOnly) {
+  host_.append = true;
+  Open("^7Alpha cratered.\r\n^7Bravo: hi\n");
+  EXPECT_EQ(Side("ignored.txt"), "\r\nBravo: hi\r\n");
+  EXPECT_EQ(Side("chat.txt"), "Bravo: hi\r\n");
+  Open("^7Charlie cratered.\nnoise\n");
+  EXPECT_EQ(form_.List1.Rows(), (V{"Alpha cratered.", "Charlie cratered."}));
+  EXPECT_EQ(Side("logoutput.txt"), "Alpha cratered.\r\nCharlie cratered.\r\n\r\n");
+  EXPECT_EQ(Side("ignored.txt"), "noise\r\n");
+  EXPECT_EQ(Side("chat.txt"), "");
 }
 
-TEST_F(LogImport, EmptyFileKeepsNothing) {
-  const Imported got = Import({""});
-  EXPECT_TRUE(got.list1.empty());
-  EXPECT_EQ(got.logoutput, "\r\n");
-  EXPECT_EQ(got.ignored, "");
+TEST_F(LogImport, WithoutAppendAnImportStartsFromAnEmptyWorksheet) {
+  Open("^7Alpha cratered.\n");
+  form_.List2.Append("stale");
+  host_.table[0].Append("stale");
+  Open("^7Bravo cratered.\n");
+  EXPECT_EQ(form_.List1.Rows(), (V{"Bravo cratered."}));
+  EXPECT_EQ(form_.List2.Count() + host_.table.RowCount(), 0u);
 }
 
-TEST_F(LogImport, BytesPassThroughUnchanged) {
-  const std::string name("\x80\xff<&\"", 5);
-  const std::string nul("N\0l", 3);
-  const Imported got = Import({"^7" + name + " was railed by " + nul + "\n"});
-  EXPECT_EQ(got.list1, (std::vector<std::string>{name + " was railed by " + nul}));
+TEST_F(LogImport, MissingFileRecreatesIgnoredAndChatAndRewritesLogOutput) {
+  host_.append = true;
+  Open("^7Alpha cratered.\n^7Bravo: hi\n");
+  host_.chosen_log = dir_ / "missing.log";
+  form_.LoadFile();
+  EXPECT_EQ(host_.messages, (Messages{{"File Not Found", MessageIcon::kCritical}}));
+  EXPECT_EQ(form_.List1.Rows(), (V{"Alpha cratered."}));
+  EXPECT_EQ(Side("ignored.txt"), "");
+  EXPECT_EQ(Side("chat.txt"), "");
+  EXPECT_EQ(Side("logoutput.txt"), "Alpha cratered.\r\n\r\n");
 }
 
-TEST_F(LogImport, LinesLongerThanOneReadAreKeptWhole) {
-  const std::string long_name(3'000'000, 'x');
-  const Imported got = Import({"^7" + long_name + " killed himself.\r\n"});
-  ASSERT_EQ(got.list1.size(), 1u);
-  EXPECT_EQ(got.list1[0], long_name + " killed himself.");
+TEST_F(LogImport, NoChosenFileShowsAMessageAndLeavesTheSideFilesAlone) {
+  for (const char* name : {"logoutput.txt", "ignored.txt", "chat.txt"}) {
+    WriteBytes(dir_ / name, std::string("earlier ") + name + "\r\n");
+  }
+  host_.append = true;
+  form_.List1.Append("kept from before");
+  form_.LoadFile();  // Append checked: List1 stays as it was
+  EXPECT_EQ(form_.List1.Rows(), (V{"kept from before"}));
+  host_.append = false;
+  form_.LoadFile();  // Append unchecked: the worksheet is emptied first
+  EXPECT_TRUE(form_.List1.Empty());
+  EXPECT_EQ(host_.messages, (Messages{{"Choose a file!", MessageIcon::kNone},
+                                      {"Choose a file!", MessageIcon::kNone}}));
+  EXPECT_EQ(Side("logoutput.txt"), "earlier logoutput.txt\r\n");
+  EXPECT_EQ(Side("ignored.txt"), "earlier ignored.txt\r\n");
+  EXPECT_EQ(Side("chat.txt"), "earlier chat.txt\r\n");
 }
 
-TEST(LoadFile, MissingOrUnchosenFileIsReportedAndTheSideFilesFollowTheRules) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path().string();
-  Form1 form(host);
-  WriteBytes(dir / "ignored.txt", "earlier");
-  form.LoadFile();  // nothing chosen: no side file is touched
-  EXPECT_EQ(host.messages, (std::vector<FakeHost::Message>{{"Choose a file!", MessageIcon::kNone}}));
-  EXPECT_EQ(ReadBytes(dir / "ignored.txt"), "earlier");
-  EXPECT_FALSE(std::filesystem::exists(dir / "logoutput.txt"));
-  host.chosen_log = dir / "missing.log";
-  form.LoadFile();
-  EXPECT_EQ(host.messages.back(), (FakeHost::Message{"File Not Found", MessageIcon::kCritical}));
-  EXPECT_EQ(ReadBytes(dir / "ignored.txt"), "");
-  EXPECT_EQ(ReadBytes(dir / "chat.txt"), "");
-  EXPECT_EQ(ReadBytes(dir / "logoutput.txt"), "\r\n");
+// The log is read in pieces of 1 MiB; lines that run across pieces and a
+// CR LF pair split between two pieces must come out as if read whole.
+TEST_F(LogImport, LinesRunningAcrossReadPiecesAreKeptOrIgnoredWhole) {
+  const std::string long_kept(3'000'000, 'k'), long_ignored(3'000'000, 'i');
+  Open("^7" + long_kept + " cratered.\r\n" + long_ignored + "\r\n");
+  EXPECT_EQ(form_.List1.Rows(), (V{long_kept + " cratered."}));
+  EXPECT_EQ(Side("ignored.txt"), "\r\n" + long_ignored + "\r\n\r\n");
+
+  const std::string filler((1 << 20) - std::string("^7 cratered.\r").size(), 'f');
+  Open("^7" + filler + " cratered.\r\n^7Bravo cratered.\r\n");  // CR ends the first piece
+  EXPECT_EQ(form_.List1.Rows(), (V{filler + " cratered.", "Bravo cratered."}));
+  EXPECT_EQ(Side("ignored.txt"), "\r\n\r\n");
 }
 
-TEST(LoadFile, UnreadableLogAndUnwritableSideFilesGiveClearMessages) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir / "missing-dir";
-  host.chosen_log = dir.path().string();  // a directory given as the log
-  Form1 form(host);
-  form.LoadFile();
-  ASSERT_EQ(host.messages.size(), 4u);
-  EXPECT_EQ(host.messages[0].text, "Could not read " + dir.path().string() + ": Is a directory");
-  EXPECT_EQ(host.messages[1].text,
-            "Could not write " + (dir / "missing-dir") + "/ignored.txt: No such file or directory");
-  EXPECT_EQ(host.messages[3].text,
-            "Could not write " + (dir / "missing-dir") + "/logoutput.txt: No such file or directory");
+TEST(LoadFile, UnwritableSideFilesAreReportedByPathAndTheImportGoesOn) {
+  struct Row { const char* name; std::string subdir, reason; };
+  const Row rows[] = {{"directory missing", "missing/sub", "No such file or directory"},
+                      {"parent is a regular file", "plain-file/sub", "Not a directory"}};
+  for (const Row& r : rows) {
+    SCOPED_TRACE(r.name);
+    ScratchDir dir;
+    WriteBytes(dir / "plain-file", "a file, not a directory");
+    FakeHost host;
+    host.program_dir = dir / r.subdir;
+    host.chosen_log = dir / "game.log";
+    WriteBytes(host.chosen_log, "^7Alpha cratered.\r\n^7Bravo: hi\n");
+    Form1 form(host);
+    form.LoadFile();
+    const std::string side = dir / r.subdir;
+    EXPECT_EQ(host.messages,
+              (Messages{{"Could not write " + side + "/ignored.txt: " + r.reason, MessageIcon::kCritical},
+                        {"Could not write " + side + "/chat.txt: " + r.reason, MessageIcon::kCritical},
+                        {"Could not write " + side + "/logoutput.txt: " + r.reason,
+                         MessageIcon::kCritical}}));
+    EXPECT_EQ(form.List1.Rows(), (V{"Alpha cratered."}));
+    OpenRun(form);  // the run goes on and still opens the report
+    EXPECT_EQ(host.messages.back().text, "Could not write " + side + "/unknown.txt: " + r.reason);
+    EXPECT_EQ(host.opened, (V{dir / "game.html"}));
+  }
+}
+
+TEST_F(LogImport, ADirectoryChosenAsTheLogIsReportedAsUnreadable) {
+  host_.chosen_log = dir_.path().string();
+  form_.LoadFile();
+  EXPECT_EQ(host_.messages, (Messages{{"Could not read " + dir_.path().string() + ": Is a directory",
+                                       MessageIcon::kCritical}}));
+  EXPECT_EQ(Side("ignored.txt"), "");
+  EXPECT_EQ(Side("logoutput.txt"), "\r\n");
 }
 
 }  // namespace
