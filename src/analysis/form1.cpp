@@ -4,14 +4,21 @@
 
 namespace vantor {
 
-Form1::Form1(Host& host) : host_(host) {}
+Form1::Form1(Host& host) : host_(host) { EmptyListsWithANewPool(); }
 Form1::~Form1() = default;
 
-void Form1::ClearLists() {
+void Form1::EmptyListsWithANewPool() {
+  // One pool for all ten lists, so a name has one id wherever it stands;
+  // a fresh one per emptying, so that texts of earlier runs are let go.
+  const auto pool = std::make_shared<StringPool>();
   for (WorksheetList* list : {&List1, &List2, &List3, &List4, &List5, &List6, &List7, &List8,
                               &List9, &List10}) {
-    list->Clear();
+    list->Rebind(pool);
   }
+}
+
+void Form1::ClearLists() {
+  EmptyListsWithANewPool();
   events_.reset();
   host_.Statistics().Clear();
 }

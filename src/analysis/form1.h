@@ -68,6 +68,7 @@ class Form1 {
   // leave behind.
   FlagCredit GetFlagInfo(std::string_view clnMember);
   const EventIndex& Events();
+  void EmptyListsWithANewPool();
   void CountKillEvents(std::size_t nB, std::size_t nR);
   void CountFlagEvents(std::size_t nB, std::size_t nR);
   void FillStatisticsTable(std::size_t nB, std::size_t nR);

@@ -17,10 +17,24 @@ namespace {
 constexpr std::array<std::string_view, 11> kColorCodes = {
     "^1", "^2", "^3", "^4", "^5", "^6", "^7", "^8", "^9", "^0", "^"};
 
-constexpr std::size_t kChunk = 1 << 20;
-
 std::string ReadFailure(const std::string& path, int error) {
   return "Could not read " + path + ": " + std::strerror(error);
+}
+
+// Without two carets in a row, removing one code never joins a caret to a
+// digit, so the codes can all go in one pass: each caret, with the digit
+// after it when there is one.
+std::string StripSeparateCodes(std::string_view line) {
+  std::string text;
+  text.reserve(line.size());
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] != '^') {
+      text.push_back(line[i]);
+    } else if (i + 1 < line.size() && line[i + 1] >= '0' && line[i + 1] <= '9') {
+      ++i;
+    }
+  }
+  return text;
 }
 
 void Report(Host& host, const IoResult& result) {
@@ -31,30 +45,6 @@ void Report(Host& host, const IoResult& result) {
 
 LogText::~LogText() {
   if (file_ != nullptr) std::fclose(file_);
-}
-
-bool LogText::ForEachLine(const std::function<void(std::string_view)>& on_line) {
-  if (file_ == nullptr) return true;
-  std::vector<char> buffer(kChunk);
-  std::string carry;  // the start of a line that runs past a chunk
-  for (;;) {
-    const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), file_);
-    std::string_view chunk(buffer.data(), got);
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < chunk.size(); ++i) {
-      if (chunk[i] != '\r' && chunk[i] != '\n') continue;
-      if (carry.empty()) {
-        on_line(chunk.substr(start, i - start));
-      } else {
-        carry.append(chunk.substr(start, i - start));
-        on_line(carry);
-        carry.clear();
-      }
-      start = i + 1;
-    }
-    carry.append(chunk.substr(start));
-    if (got < buffer.size()) return std::ferror(file_) == 0;
-  }
 }
 
 LogText ReadLogText(const std::string& fileName, Host& host) {
@@ -77,6 +67,7 @@ LogText ReadLogText(const std::string& fileName, Host& host) {
 
 std::string StripColorCodes(std::string_view line) {
   if (line.find('^') == std::string_view::npos) return std::string(line);
+  if (line.find("^^") == std::string_view::npos) return StripSeparateCodes(line);
   std::string text(line);
   for (std::string_view code : kColorCodes) {
     if (text.find(code) != std::string::npos) text = ReplaceAll(text, code, "");
@@ -84,18 +75,79 @@ std::string StripColorCodes(std::string_view line) {
   return text;
 }
 
-LineFate ClassifyLogLine(std::string_view line) {
-  const bool has_code7 = Contains(line, "^7");
-  bool keep = has_code7 || Contains(line, "Sentry Gun was destroyed by ");
-  if (keep && (Contains(line, "entered the game") || Contains(line, "connected") ||
-               Contains(line, "Unpure client detected"))) {
-    keep = false;
+namespace {
+
+bool HasCode7(std::string_view line) {
+  for (std::size_t at = line.find('^'); at != std::string_view::npos; at = line.find('^', at + 1)) {
+    if (at + 1 < line.size() && line[at + 1] == '7') return true;
   }
-  // Anything with a colon is somebody talking; coloured chat is kept apart.
-  if (Contains(line, ":")) return has_code7 ? LineFate::kChat : LineFate::kIgnored;
-  if (Contains(line, "Server command overflow")) keep = false;
-  return keep ? LineFate::kKept : LineFate::kIgnored;
+  return false;
 }
+
+const TextSearcher kSentryDown("Sentry Gun was destroyed by ");
+// Lines with these texts are never kept, coloured or not.
+const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearcher("connected"),
+                                   TextSearcher("Unpure client detected"),
+                                   TextSearcher("Server command overflow")};
+
+}  // namespace
+
+LineFate ClassifyLogLine(std::string_view line) {
+  const bool has_code7 = HasCode7(line);
+  // Anything with a colon is somebody talking; coloured chat is kept apart.
+  if (line.find(':') != std::string_view::npos) return has_code7 ? LineFate::kChat : LineFate::kIgnored;
+  if (!has_code7 && !kSentryDown.In(line)) return LineFate::kIgnored;
+  for (const TextSearcher& never_kept : kNeverKept) {
+    if (never_kept.In(line)) return LineFate::kIgnored;
+  }
+  return LineFate::kKept;
+}
+
+namespace {
+
+// Kept lines stripped of their colour codes once per distinct line, and
+// stored in the worksheet's pool. Lines are gathered and looked up in
+// batches (see StringPool::InternAll), then appended in their order.
+class KeptLines {
+ public:
+  KeptLines(WorksheetList& list, TextFileWriter& log_output)
+      : list_(list), log_output_(log_output), stripped_{StringPool::kEmpty} {}
+
+  void Add(std::string_view line) {
+    ends_.push_back(bytes_.size() + line.size());
+    bytes_.append(line);
+    if (bytes_.size() >= kBatchBytes) Flush();
+  }
+
+  void Flush() {
+    std::vector<std::string_view> lines(ends_.size());
+    for (std::size_t i = 0, start = 0; i < ends_.size(); start = ends_[i++]) {
+      lines[i] = std::string_view(bytes_).substr(start, ends_[i] - start);
+    }
+    raw_.InternAll(lines, ids_);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (ids_[i] == stripped_.size()) stripped_.push_back(list_.Pool().Intern(StripColorCodes(lines[i])));
+      const TextId row = stripped_[ids_[i]];
+      list_.AppendId(row);
+      log_output_.WriteLine(list_.Pool().Text(row));
+    }
+    bytes_.clear();
+    ends_.clear();
+  }
+
+ private:
+  static constexpr std::size_t kBatchBytes = 1 << 18;
+
+  WorksheetList& list_;
+  TextFileWriter& log_output_;
+  std::string bytes_;              // the batch's lines, one after the other
+  std::vector<std::size_t> ends_;  // where each of them ends in bytes_
+  std::vector<TextId> ids_;
+  StringPool raw_;                 // the distinct kept lines as read
+  std::vector<TextId> stripped_;   // by id in raw_: the stripped line's id in the list's pool
+};
+
+}  // namespace
 
 void Form1::LoadFile() {
   if (!host_.AppendChecked()) ClearLists();
@@ -108,21 +160,26 @@ void Form1::LoadFile() {
   const std::string dir = host_.ProgramDirectory();
   TextFileWriter ignored(dir + std::string(kIgnoredFile));
   TextFileWriter chat(dir + std::string(kChatFile));
+  // logoutput.txt holds all of List1 afterwards: the rows already there,
+  // then this log's kept lines as they are read.
+  TextFileWriter log_output(dir + std::string(kLogOutputFile));
+  for (TextId row : List1.Ids()) log_output.WriteLine(List1.Pool().Text(row));
+  KeptLines kept(List1, log_output);
   const bool read_all = text.ForEachLine([&](std::string_view line) {
     switch (ClassifyLogLine(line)) {
-      case LineFate::kKept: List1.Append(StripColorCodes(line)); break;
+      case LineFate::kKept: kept.Add(line); break;
       case LineFate::kIgnored: ignored.WriteLine(line); break;
       case LineFate::kChat: {
-        const std::string stripped = StripColorCodes(line);
-        chat.WriteLine(stripped);
-        ignored.WriteLine(stripped);
+        const std::string text_only = StripColorCodes(line);
+        chat.WriteLine(text_only);
+        ignored.WriteLine(text_only);
         break;
       }
     }
   });
-  if (!read_all) host_.ShowMessage(ReadFailure(file_name, errno), MessageIcon::kCritical);
-  TextFileWriter log_output(dir + std::string(kLogOutputFile));
-  for (const std::string& row : List1.Rows()) log_output.WriteLine(row);
+  const int read_error = errno;
+  kept.Flush();
+  if (!read_all) host_.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
   log_output.WriteLine("");
   Report(host_, ignored.Commit());
   Report(host_, chat.Commit());

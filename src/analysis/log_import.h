@@ -2,9 +2,10 @@
 // Import of one game console log into List1, with its three side files.
 
 #include <cstdio>
-#include <functional>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/host.h"
 
@@ -27,13 +28,59 @@ class LogText {
   LogText(LogText&& other) noexcept : file_(other.file_) { other.file_ = nullptr; }
   LogText& operator=(LogText&&) = delete;
 
-  // Calls on_line for every line in order; false when reading failed part
-  // way (errno tells why).
-  bool ForEachLine(const std::function<void(std::string_view)>& on_line);
+  // Calls on_line(std::string_view) for every line in order; false when
+  // reading failed part way (errno tells why).
+  template <typename OnLine>
+  bool ForEachLine(OnLine&& on_line);
 
  private:
+  static constexpr std::size_t kReadPiece = 1 << 20;
+
   std::FILE* file_ = nullptr;  // null: the empty text
 };
+
+// The first CR or LF in [from, end), or end. next_lf and next_cr remember
+// where the last searches ended, so that a piece is searched once however
+// its lines end.
+struct LineEndFinder {
+  const char* next_lf = nullptr;
+  const char* next_cr = nullptr;
+
+  const char* Next(const char* from, const char* end) {
+    if (next_lf < from) next_lf = Search(from, end, '\n');
+    if (next_cr < from) next_cr = Search(from, end, '\r');
+    return next_lf < next_cr ? next_lf : next_cr;
+  }
+  static const char* Search(const char* from, const char* end, char c) {
+    const void* at = std::memchr(from, c, static_cast<std::size_t>(end - from));
+    return at != nullptr ? static_cast<const char*>(at) : end;
+  }
+};
+
+template <typename OnLine>
+bool LogText::ForEachLine(OnLine&& on_line) {
+  if (file_ == nullptr) return true;
+  std::vector<char> buffer(kReadPiece);
+  std::string carry;  // the start of a line that runs past a piece
+  for (;;) {
+    const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), file_);
+    const char* at = buffer.data();
+    const char* const end = at + got;
+    LineEndFinder ends;
+    for (const char* eol = ends.Next(at, end); eol != end; eol = ends.Next(at, end)) {
+      if (carry.empty()) {
+        on_line(std::string_view(at, static_cast<std::size_t>(eol - at)));
+      } else {
+        carry.append(at, eol);
+        on_line(std::string_view(carry));
+        carry.clear();
+      }
+      at = eol + 1;
+    }
+    carry.append(at, end);
+    if (got < buffer.size()) return std::ferror(file_) == 0;
+  }
+}
 
 // Opens a log for reading. A missing file shows "File Not Found" and gives
 // the empty text; so does one that cannot be read, with a message saying why.

@@ -57,20 +57,33 @@ void TextFileWriter::Fail(const char*, int error) {
   result_.message = WriteFailure(target_, error);
 }
 
-void TextFileWriter::WriteLine(std::string_view line) {
-  if (file_ == nullptr || !result_.ok) return;
-  if (std::fwrite(line.data(), 1, line.size(), file_) != line.size() ||
-      std::fwrite("\r\n", 1, 2, file_) != 2) {
+namespace {
+constexpr std::size_t kFlushAt = 1 << 20;
+}
+
+void TextFileWriter::Flush() {
+  if (file_ != nullptr && result_.ok && !pending_.empty() &&
+      std::fwrite(pending_.data(), 1, pending_.size(), file_) != pending_.size()) {
     Fail("write", errno);
   }
+  pending_.clear();
+}
+
+void TextFileWriter::WriteLine(std::string_view line) {
+  if (file_ == nullptr || !result_.ok) return;
+  pending_.append(line);
+  pending_.append("\r\n");
+  if (pending_.size() >= kFlushAt) Flush();
 }
 
 void TextFileWriter::WriteRaw(std::string_view bytes) {
   if (file_ == nullptr || !result_.ok) return;
-  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) Fail("write", errno);
+  pending_.append(bytes);
+  if (pending_.size() >= kFlushAt) Flush();
 }
 
 IoResult TextFileWriter::Commit() {
+  Flush();
   if (file_ != nullptr) {
     const bool flushed = std::fflush(file_) == 0;
     const int error = errno;

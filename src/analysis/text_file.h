@@ -30,8 +30,12 @@ class TextFileWriter {
 
  private:
   void Fail(const char* what, int error);
+  // Writes out what has gathered; lines gather in memory first, as a call to
+  // the C library per line would cost more than the line itself.
+  void Flush();
 
   std::string target_;
+  std::string pending_;
   std::string temp_;
   std::FILE* file_ = nullptr;
   IoResult result_;

@@ -2,20 +2,25 @@
 
 namespace vantor {
 
-namespace {
-const std::string kNoRow;
-}
-
-const std::string& WorksheetList::At(std::size_t row) const {
-  return row < rows_.size() ? rows_[row] : kNoRow;
-}
-
 void WorksheetList::Set(std::size_t row, std::string_view text) {
-  if (row < rows_.size()) rows_[row].assign(text);
+  if (row < ids_.size()) ids_[row] = pool_->Intern(text);
 }
 
 void WorksheetList::RemoveAt(std::size_t row) {
-  if (row < rows_.size()) rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
+  if (row < ids_.size()) ids_.erase(ids_.begin() + static_cast<std::ptrdiff_t>(row));
+}
+
+void WorksheetList::Rebind(std::shared_ptr<StringPool> pool) {
+  ids_.clear();
+  ids_.shrink_to_fit();
+  pool_ = std::move(pool);
+}
+
+std::vector<std::string> WorksheetList::Rows() const {
+  std::vector<std::string> rows;
+  rows.reserve(ids_.size());
+  for (TextId id : ids_) rows.push_back(pool_->Text(id));
+  return rows;
 }
 
 }  // namespace vantor

@@ -1,45 +1,81 @@
 // KillCheck: every line of List1 that a message rule recognises becomes an
 // event and leaves List1; the unrecognised lines stay, in their order.
 
+#include <vector>
+
 #include "analysis/form1.h"
-#include "events/message_rules.h"
-#include "events/message_splitting.h"
+#include "events/message_matcher.h"
 #include "stats/event_index.h"
 
 namespace vantor {
 
 namespace {
 
-bool ApplyRule(Form1& form, const MessageRule& rule, std::string_view line, std::size_t row) {
-  switch (rule.procedure) {
-    case Procedure::SplitWeaponKill:
-      return SplitWeaponKill(form, line, rule.fragment, rule.weapon_suffix, rule.name_recorded, row);
-    case Procedure::SplitKill:
-      return SplitKill(form, line, rule.fragment, rule.name_recorded, row);
-    case Procedure::SplitSentry:
-      return SplitSentry(form, line, rule.fragment, row);
-    case Procedure::SplitFlag:
-      return SplitFlag(form, line, rule.fragment, rule.name_recorded, row);
-    case Procedure::SplitSuicide:
-      return SplitSuicide(form, line, rule.fragment, row);
+// What the rules make of each distinct line, worked out once: a log repeats
+// the same obituaries over and over, and the same line always gives the
+// same event. Names are kept as ids of the worksheet's pool.
+class RecognitionMemo {
+ public:
+  struct Event {
+    LineCut::Kind kind;
+    TextId first, second, third;
+  };
+
+  explicit RecognitionMemo(StringPool& pool) : pool_(pool) {}
+
+  const Event& Of(TextId line) {
+    if (line >= known_.size()) {
+      known_.resize(pool_.Size(), false);
+      events_.resize(pool_.Size());
+    }
+    if (!known_[line]) {
+      events_[line] = Recognise(pool_.Text(line));
+      known_[line] = true;
+    }
+    return events_[line];
   }
-  return false;
+
+ private:
+  Event Recognise(std::string_view line) {
+    const LineCut cut = RecognizeLine(line).cut;
+    return {cut.kind, pool_.Intern(cut.first), pool_.Intern(cut.second), pool_.Intern(cut.third)};
+  }
+
+  StringPool& pool_;
+  std::vector<bool> known_;
+  std::vector<Event> events_;
+};
+
+void Record(Form1& form, const RecognitionMemo::Event& event) {
+  switch (event.kind) {
+    case LineCut::Kind::kKill:
+      form.List2.AppendId(event.first);
+      form.List3.AppendId(event.second);
+      form.List4.AppendId(event.third);
+      break;
+    case LineCut::Kind::kSentry: form.List10.AppendId(event.first); break;
+    case LineCut::Kind::kFlag:
+      form.List5.AppendId(event.first);
+      form.List6.AppendId(event.second);
+      break;
+    case LineCut::Kind::kNoMatch:
+    case LineCut::Kind::kConsumed: break;
+  }
 }
 
 }  // namespace
 
 void Form1::KillCheck() {
   events_.reset();
-  // Recognised rows are only blanked while the list is walked, so the rows
-  // still to come keep their indexes; the sweep below removes them.
-  const std::size_t n = List1.Count();
-  for (std::size_t i = 0; i < n; ++i) {
-    const std::string line = List1.At(i);
-    for (const MessageRule& rule : kMessageRules) {
-      if (ApplyRule(*this, rule, line, i)) break;
-    }
-  }
-  List1.RetainIf([this](std::size_t row) { return !List1.At(row).empty(); });
+  RecognitionMemo memo(List1.Pool());
+  // One walk in row order: each row's event is recorded as the row is met,
+  // and a row stays only when no rule recognised it and it is not blank.
+  List1.RetainIf([&](std::size_t row) {
+    const TextId line = List1.IdAt(row);
+    const RecognitionMemo::Event& event = memo.Of(line);
+    Record(*this, event);
+    return event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
+  });
 }
 
 }  // namespace vantor

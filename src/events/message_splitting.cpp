@@ -8,19 +8,99 @@ namespace vantor {
 
 namespace {
 
+using Kind = LineCut::Kind;
+
 // Names of this length or shorter make a weapon kill unusable.
 constexpr long long kShortestUsableName = 3;
 
-void AppendKill(Form1& form, std::string_view killer, std::string_view victim,
-                std::string_view method) {
-  form.List3.Append(victim);
-  form.List2.Append(killer);
-  form.List4.Append(method);
-}
-
 long long Length(std::string_view s) { return static_cast<long long>(s.size()); }
 
+LineCut Kill(std::string_view killer, std::string_view victim, std::string_view method) {
+  return {Kind::kKill, killer, victim, method};
+}
+
+// Records the cut and blanks the row when the rule matched.
+bool Split(Form1& form, const LineCut& cut, std::size_t intRow) {
+  RecordCut(form, cut);
+  subBlankLine(form, cut.Matched(), intRow);
+  return cut.Matched();
+}
+
 }  // namespace
+
+LineCut CutKill(std::string_view strLine, std::string_view strFragment, std::string_view strMethodName) {
+  const long long p = static_cast<long long>(Find(strLine, strFragment));
+  if (p == 0) return {};
+  const long long L = Length(strLine), F = Length(strFragment);
+  return Kill(Mid(strLine, p + F, L - (p + F) + 1), Left(strLine, p - 1), strMethodName);
+}
+
+LineCut CutWeaponKill(std::string_view strLine, std::string_view strFragment,
+                      std::string_view strSuffix, std::string_view strMethodName) {
+  const long long s = static_cast<long long>(Find(strLine, strSuffix));
+  if (s == 0) return {};
+  const long long p = static_cast<long long>(Find(strLine, strFragment));
+  if (p == 0) return {};
+  const long long F = Length(strFragment);
+  const std::string_view victim = Left(strLine, p - 1);
+  // When the suffix stands less than two characters after the fragment the
+  // killer's length is negative: the name is empty and the event dropped.
+  const std::string_view killer = Mid(strLine, p + F, s - (p + F) - 2);
+  if (Length(victim) > kShortestUsableName && Length(killer) > kShortestUsableName) {
+    return Kill(killer, victim, strMethodName);
+  }
+  return {Kind::kConsumed, {}, {}, {}};
+}
+
+LineCut CutSentry(std::string_view strLine, std::string_view strFragment) {
+  const long long p = static_cast<long long>(Find(strLine, strFragment));
+  if (p == 0) return {};
+  const long long L = Length(strLine), F = Length(strFragment);
+  // A line that ends with the fragment itself gives a negative length: the
+  // destroyer's name is then empty.
+  return {Kind::kSentry, Mid(strLine, p + F, L - (p + F)), {}, {}};
+}
+
+LineCut CutFlag(std::string_view strLine, std::string_view strFragment, std::string_view strFlagAction) {
+  const long long p = static_cast<long long>(Find(strLine, strFragment));
+  if (p == 0) return {};
+  return {Kind::kFlag, Left(strLine, p - 1), strFlagAction, {}};
+}
+
+LineCut CutSuicide(std::string_view strLine, std::string_view strFragment) {
+  const long long p = static_cast<long long>(Find(strLine, strFragment));
+  if (p == 0) return {};
+  return Kill(kSuicideKiller, Left(strLine, p - 1), kSuicideMethod);
+}
+
+LineCut CutByRule(const MessageRule& rule, std::string_view line) {
+  switch (rule.procedure) {
+    case Procedure::SplitWeaponKill:
+      return CutWeaponKill(line, rule.fragment, rule.weapon_suffix, rule.name_recorded);
+    case Procedure::SplitKill: return CutKill(line, rule.fragment, rule.name_recorded);
+    case Procedure::SplitSentry: return CutSentry(line, rule.fragment);
+    case Procedure::SplitFlag: return CutFlag(line, rule.fragment, rule.name_recorded);
+    case Procedure::SplitSuicide: return CutSuicide(line, rule.fragment);
+  }
+  return {};
+}
+
+void RecordCut(Form1& form, const LineCut& cut) {
+  switch (cut.kind) {
+    case Kind::kKill:
+      form.List3.Append(cut.second);
+      form.List2.Append(cut.first);
+      form.List4.Append(cut.third);
+      break;
+    case Kind::kSentry: form.List10.Append(cut.first); break;
+    case Kind::kFlag:
+      form.List5.Append(cut.first);
+      form.List6.Append(cut.second);
+      break;
+    case Kind::kNoMatch:
+    case Kind::kConsumed: break;
+  }
+}
 
 void subBlankLine(Form1& form, bool blnMatched, std::size_t intRow) {
   if (blnMatched) form.List1.Set(intRow, "");
@@ -28,61 +108,28 @@ void subBlankLine(Form1& form, bool blnMatched, std::size_t intRow) {
 
 bool SplitKill(Form1& form, std::string_view strLine, std::string_view strFragment,
                std::string_view strMethodName, std::size_t intRow) {
-  const long long p = static_cast<long long>(Find(strLine, strFragment));
-  if (p == 0) return false;
-  const long long L = Length(strLine), F = Length(strFragment);
-  AppendKill(form, Mid(strLine, p + F, L - (p + F) + 1), Left(strLine, p - 1), strMethodName);
-  subBlankLine(form, true, intRow);
-  return true;
+  return Split(form, CutKill(strLine, strFragment, strMethodName), intRow);
 }
 
 bool SplitWeaponKill(Form1& form, std::string_view strLine, std::string_view strFragment,
                      std::string_view strSuffix, std::string_view strMethodName,
                      std::size_t intRow) {
-  const long long s = static_cast<long long>(Find(strLine, strSuffix));
-  const long long p = static_cast<long long>(Find(strLine, strFragment));
-  if (p == 0 || s == 0) return false;
-  const long long F = Length(strFragment);
-  const std::string_view victim = Left(strLine, p - 1);
-  // When the suffix stands less than two characters after the fragment the
-  // killer's length is negative: the name is empty and the event dropped.
-  const std::string_view killer = Mid(strLine, p + F, s - (p + F) - 2);
-  if (Length(victim) > kShortestUsableName && Length(killer) > kShortestUsableName) {
-    AppendKill(form, killer, victim, strMethodName);
-  }
-  subBlankLine(form, true, intRow);
-  return true;
+  return Split(form, CutWeaponKill(strLine, strFragment, strSuffix, strMethodName), intRow);
 }
 
 bool SplitSentry(Form1& form, std::string_view strLine, std::string_view strFragment,
                  std::size_t intRow) {
-  const long long p = static_cast<long long>(Find(strLine, strFragment));
-  if (p == 0) return false;
-  const long long L = Length(strLine), F = Length(strFragment);
-  // A line that ends with the fragment itself gives a negative length: the
-  // destroyer's name is then empty.
-  form.List10.Append(Mid(strLine, p + F, L - (p + F)));
-  subBlankLine(form, true, intRow);
-  return true;
+  return Split(form, CutSentry(strLine, strFragment), intRow);
 }
 
 bool SplitFlag(Form1& form, std::string_view strLine, std::string_view strFragment,
                std::string_view strFlagAction, std::size_t intRow) {
-  const long long p = static_cast<long long>(Find(strLine, strFragment));
-  if (p == 0) return false;
-  form.List5.Append(Left(strLine, p - 1));
-  form.List6.Append(strFlagAction);
-  subBlankLine(form, true, intRow);
-  return true;
+  return Split(form, CutFlag(strLine, strFragment, strFlagAction), intRow);
 }
 
 bool SplitSuicide(Form1& form, std::string_view strLine, std::string_view strFragment,
                   std::size_t intRow) {
-  const long long p = static_cast<long long>(Find(strLine, strFragment));
-  if (p == 0) return false;
-  AppendKill(form, kSuicideKiller, Left(strLine, p - 1), kSuicideMethod);
-  subBlankLine(form, true, intRow);
-  return true;
+  return Split(form, CutSuicide(strLine, strFragment), intRow);
 }
 
 }  // namespace vantor

@@ -1,8 +1,7 @@
 // GetIndividualPlayers: the roster List7, the distinct killers and victims
 // in order of first appearance, killers before victims.
 
-#include <string_view>
-#include <unordered_set>
+#include <vector>
 
 #include "analysis/form1.h"
 #include "analysis/text_ops.h"
@@ -11,14 +10,17 @@
 namespace vantor {
 
 void Form1::GetIndividualPlayers() {
-  std::unordered_set<std::string_view> seen;
-  auto add = [&](const std::string& name) {
+  // Per pool id: not met yet, or met. The lists share one pool, so a name
+  // has the same id as killer and as victim.
+  std::vector<bool> met(List2.Pool().Size(), false);
+  auto add = [&](TextId name) {
+    if (met[name]) return;
+    met[name] = true;
     // "Himself" marks a suicide, not a player; so does any name holding it.
-    if (Contains(name, kSuicideKiller)) return;
-    if (seen.insert(name).second) List7.Append(name);
+    if (!Contains(List2.Pool().Text(name), kSuicideKiller)) List7.AppendId(name);
   };
-  for (const std::string& killer : List2.Rows()) add(killer);
-  for (const std::string& victim : List3.Rows()) add(victim);
+  for (TextId killer : List2.Ids()) add(killer);
+  for (TextId victim : List3.Ids()) add(victim);
 }
 
 }  // namespace vantor

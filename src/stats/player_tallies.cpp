@@ -21,10 +21,24 @@ namespace {
 
 using Column = StatisticsTable::Column;
 
-std::unordered_set<std::string> AllMembers(const WorksheetList& blue, const WorksheetList& red) {
-  std::unordered_set<std::string> members(blue.Rows().begin(), blue.Rows().end());
-  members.insert(red.Rows().begin(), red.Rows().end());
+// Per pool id of the worksheet: whether the name stands in either team.
+std::vector<bool> AllMembers(const WorksheetList& blue, const WorksheetList& red) {
+  std::vector<bool> members(blue.Pool().Size(), false);
+  for (TextId name : blue.Ids()) members[name] = true;
+  for (TextId name : red.Ids()) members[name] = true;
   return members;
+}
+
+// Per pool id of the methods in the list: whether it names one of the weapons.
+std::vector<bool> WeaponMethods(const WorksheetList& methods) {
+  std::vector<bool> weapon(methods.Pool().Size(), false);
+  std::vector<bool> looked_up(methods.Pool().Size(), false);
+  for (TextId id : methods.Ids()) {
+    if (looked_up[id]) continue;
+    looked_up[id] = true;
+    weapon[id] = WeaponByMethod(methods.Pool().Text(id)).has_value();
+  }
+  return weapon;
 }
 
 const std::string& MemberName(const Form1& form, std::size_t nB, std::size_t slot) {
@@ -118,12 +132,14 @@ void Form1::FillStatisticsTable(std::size_t nB, std::size_t nR) {
 void Form1::RemoveCountedEvents() {
   // What the counting consumed: the suicides of members and the weapon
   // kills by members. Everything else stays, in order.
-  const auto members = AllMembers(List8, List9);
+  const std::vector<bool> members = AllMembers(List8, List9);
+  const std::vector<bool> weapon = WeaponMethods(List4);
   const std::size_t n = List2.Count();
   std::vector<bool> keep(n, true);
   for (std::size_t m = 0; m < n; ++m) {
-    const bool suicide = List4.At(m) == kSuicideMethod && members.count(List3.At(m)) != 0;
-    const bool weapon_kill = members.count(List2.At(m)) != 0 && WeaponByMethod(List4.At(m));
+    const TextId method = List4.IdAt(m);
+    const bool suicide = List4.Pool().Text(method) == kSuicideMethod && members[List3.IdAt(m)];
+    const bool weapon_kill = members[List2.IdAt(m)] && weapon[method];
     keep[m] = !suicide && !weapon_kill;
   }
   List2.RetainIf([&](std::size_t m) { return keep[m]; });

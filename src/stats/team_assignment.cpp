@@ -18,7 +18,8 @@ namespace {
 using NameSet = std::unordered_set<std::string>;
 
 NameSet Members(const WorksheetList& team) {
-  return NameSet(team.Rows().begin(), team.Rows().end());
+  const std::vector<std::string> rows = team.Rows();
+  return NameSet(rows.begin(), rows.end());
 }
 
 }  // namespace

@@ -1,0 +1,82 @@
+#include "analysis/string_pool.h"
+
+#include <functional>
+#include <stdexcept>
+
+namespace vantor {
+
+namespace {
+constexpr std::size_t kFirstSlots = 1024;  // a power of two
+
+std::uint32_t TagOf(std::size_t hash) { return static_cast<std::uint32_t>(hash >> 32); }
+
+}  // namespace
+
+StringPool::StringPool() : slots_(kFirstSlots) { Intern(""); }
+
+std::size_t StringPool::SlotOf(std::string_view text, std::size_t hash) const {
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
+    const Slot& entry = slots_[slot];
+    if (entry.id_plus_one == 0) return slot;
+    if (entry.tag == TagOf(hash) && texts_[entry.id_plus_one - 1] == text) return slot;
+  }
+}
+
+TextId StringPool::Intern(std::string_view text) {
+  return InternHashed(text, std::hash<std::string_view>{}(text));
+}
+
+TextId StringPool::InternHashed(std::string_view text, std::size_t hash) {
+  const std::size_t slot = SlotOf(text, hash);
+  if (slots_[slot].id_plus_one != 0) return slots_[slot].id_plus_one - 1;
+  if (texts_.size() >= std::size_t{UINT32_MAX} - 1) throw std::length_error("too many distinct texts");
+  const auto id = static_cast<TextId>(texts_.size());
+  texts_.emplace_back(text);
+  hashes_.push_back(hash);
+  slots_[slot] = {id + 1, TagOf(hash)};
+  // At most half full, so a probe stays short.
+  if (texts_.size() * 2 > slots_.size()) Grow();
+  return id;
+}
+
+void StringPool::PrefetchSlot(std::size_t hash) const {
+  __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
+}
+
+void StringPool::PrefetchText(std::size_t hash) const {
+  const Slot& slot = slots_[hash & (slots_.size() - 1)];
+  if (slot.id_plus_one != 0) __builtin_prefetch(&texts_[slot.id_plus_one - 1]);
+}
+
+void StringPool::PrefetchBytes(std::size_t hash) const {
+  const Slot& slot = slots_[hash & (slots_.size() - 1)];
+  if (slot.id_plus_one != 0) __builtin_prefetch(texts_[slot.id_plus_one - 1].data());
+}
+
+void StringPool::InternAll(const std::vector<std::string_view>& texts, std::vector<TextId>& ids) {
+  // How far ahead each kind of memory is asked for; each stage reads what
+  // the stage before asked for.
+  constexpr std::size_t kSlotAhead = 12, kTextAhead = 6, kBytesAhead = 3;
+  std::vector<std::size_t> hashes(texts.size());
+  for (std::size_t i = 0; i < texts.size(); ++i) hashes[i] = std::hash<std::string_view>{}(texts[i]);
+  ids.resize(texts.size());
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i + kSlotAhead < texts.size()) PrefetchSlot(hashes[i + kSlotAhead]);
+    if (i + kTextAhead < texts.size()) PrefetchText(hashes[i + kTextAhead]);
+    if (i + kBytesAhead < texts.size()) PrefetchBytes(hashes[i + kBytesAhead]);
+    ids[i] = InternHashed(texts[i], hashes[i]);
+  }
+}
+
+void StringPool::Grow() {
+  std::vector<Slot>(slots_.size() * 2).swap(slots_);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t id = 0; id < texts_.size(); ++id) {
+    std::size_t slot = hashes_[id] & mask;
+    while (slots_[slot].id_plus_one != 0) slot = (slot + 1) & mask;
+    slots_[slot] = {static_cast<TextId>(id + 1), TagOf(hashes_[id])};
+  }
+}
+
+}  // namespace vantor

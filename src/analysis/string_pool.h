@@ -1,0 +1,57 @@
+#pragma once
+// Every distinct text of a run stored once. A game log repeats the same few
+// player names and the same obituaries millions of times, so the worksheet
+// keeps small ids instead of copies: a row costs four bytes however long
+// its text, and equal texts compare as equal ids.
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantor {
+
+using TextId = std::uint32_t;
+
+class StringPool {
+ public:
+  // The empty text always has the id 0.
+  static constexpr TextId kEmpty = 0;
+
+  StringPool();
+  // The id of text, adding it when it is new.
+  TextId Intern(std::string_view text);
+  // The ids of many texts at once, the same as interning them one by one in
+  // order. Looking a text up waits on memory three times (slot, string,
+  // bytes); a batch asks for those of the texts a little ahead while it
+  // works on the current one, so the waits overlap.
+  void InternAll(const std::vector<std::string_view>& texts, std::vector<TextId>& ids);
+  const std::string& Text(TextId id) const { return texts_[id]; }
+  // Ids run from 0 to Size() - 1, in the order the texts were first seen.
+  std::size_t Size() const { return texts_.size(); }
+
+ private:
+  // A slot of the hash table: the id + 1 (0: free) beside 32 bits of its
+  // text's hash, so that a probe rarely has to look at a text.
+  struct Slot {
+    TextId id_plus_one = 0;
+    std::uint32_t tag = 0;
+  };
+
+  void Grow();
+  std::size_t SlotOf(std::string_view text, std::size_t hash) const;
+  TextId InternHashed(std::string_view text, std::size_t hash);
+  void PrefetchSlot(std::size_t hash) const;
+  void PrefetchText(std::size_t hash) const;
+  void PrefetchBytes(std::size_t hash) const;
+
+  // A deque never moves what it holds: a text read from the pool stays
+  // valid while later texts are added.
+  std::deque<std::string> texts_;
+  std::vector<std::size_t> hashes_;  // per id, so growing never rehashes a text
+  std::vector<Slot> slots_;          // open addressing, at most half full
+};
+
+}  // namespace vantor
