@@ -9,18 +9,22 @@ namespace vantor {
 
 namespace {
 
-// A method's place in the weapon table, or none; looked up once per
-// distinct method text.
+// The weapon of each method row, or none; looked up once per distinct
+// method text (by its pool id).
 class WeaponLookup {
  public:
-  std::optional<Weapon> operator()(const std::string& method) {
-    auto [it, added] = cache_.try_emplace(method);
-    if (added) it->second = WeaponByMethod(method);
-    return it->second;
+  explicit WeaponLookup(const WorksheetList& methods) : methods_(methods) {}
+  std::optional<Weapon> operator()(std::size_t row) {
+    const TextId method = methods_.IdAt(row);
+    if (cache_.size() <= method) cache_.resize(methods_.Pool().Size());
+    auto& entry = cache_[method];
+    if (!entry) entry = WeaponByMethod(methods_.Pool().Text(method));
+    return *entry;
   }
 
  private:
-  std::unordered_map<std::string, std::optional<Weapon>> cache_;
+  const WorksheetList& methods_;
+  std::vector<std::optional<std::optional<Weapon>>> cache_;  // outer: looked up yet
 };
 
 }  // namespace
@@ -34,6 +38,15 @@ std::size_t EventIndex::Intern(std::string_view name) {
   return id;
 }
 
+std::size_t EventIndex::Intern(const WorksheetList& list, std::size_t row) {
+  // Rows of the worksheet are pool ids: one array lookup instead of a
+  // hash of the name per event.
+  const TextId text = list.IdAt(row);
+  if (by_text_.size() <= text) by_text_.resize(list.Pool().Size(), kNotIndexed);
+  if (by_text_[text] == kNotIndexed) by_text_[text] = Intern(list.Pool().Text(text));
+  return by_text_[text];
+}
+
 std::optional<std::size_t> EventIndex::Find(std::string_view name) const {
   if (auto it = ids_.find(name); it != ids_.end()) return it->second;
   return std::nullopt;
@@ -42,24 +55,26 @@ std::optional<std::size_t> EventIndex::Find(std::string_view name) const {
 EventIndex::EventIndex(const Form1& form) {
   // The names live in names_; string_view keys must survive its growth.
   names_.reserve(form.List2.Count() + form.List3.Count() + form.List10.Count());
-  WeaponLookup weapon_of;
+  WeaponLookup weapon_of(form.List4);
   const std::size_t events = form.List2.Count();
   for (std::size_t m = 0; m < events; ++m) {
     const std::string& killer_name = form.List2.At(m);
-    const std::size_t killer = Intern(killer_name);
-    const std::size_t victim = Intern(form.List3.At(m));
+    const std::size_t killer = Intern(form.List2, m);
+    const std::size_t victim = Intern(form.List3, m);
     const std::string& method = form.List4.At(m);
     players_[killer].frags += 1;
     players_[victim].deaths += 1;
     if (method == kSuicideMethod) players_[victim].suicides += 1;
-    if (auto weapon = weapon_of(method)) players_[killer].weapons[Index(*weapon)] += 1;
+    if (auto weapon = weapon_of(m)) players_[killer].weapons[Index(*weapon)] += 1;
     // The killer's side of the row decides first; a suicide decides nothing.
     if (!players_[killer].first_opponent) players_[killer].first_opponent = victim;
     if (killer_name != kSuicideKiller && !players_[victim].first_opponent) {
       players_[victim].first_opponent = killer;
     }
   }
-  for (const std::string& destroyer : form.List10.Rows()) players_[Intern(destroyer)].sentry_kills += 1;
+  for (std::size_t row = 0; row < form.List10.Count(); ++row) {
+    players_[Intern(form.List10, row)].sentry_kills += 1;
+  }
   IndexFlags(form);
 }
 

@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "analysis/worksheet_list.h"
 #include "stats/flag_kinds.h"
 #include "stats/tally_table.h"
 
@@ -54,11 +55,14 @@ class EventIndex {
   };
 
   std::size_t Intern(std::string_view name);
+  std::size_t Intern(const WorksheetList& list, std::size_t row);
   void IndexFlags(const Form1& form);
 
   std::vector<std::string> names_;
   std::vector<PlayerEvents> players_;
   std::unordered_map<std::string_view, std::size_t> ids_;
+  static constexpr std::size_t kNotIndexed = static_cast<std::size_t>(-1);
+  std::vector<std::size_t> by_text_;  // by pool id of the worksheet
   std::vector<FlagText> flag_texts_;
 };
 

@@ -18,32 +18,11 @@
 #include <cstdio>
 
 #include "report/report_path.h"
-#include "ui/desktop.h"
+#include "scripted_desktop.h"
 #include "ui/display_stats.h"
 #include "ui/settings.h"
 
 namespace {
-
-class ScriptedDesktop : public vantor::Desktop {
- public:
-  ScriptedDesktop(QString log, QString program_dir)
-      : log_(std::move(log)), program_dir_(std::move(program_dir)) {}
-
-  int Exec(QDialog& dialog) override {
-    if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
-      std::fprintf(stderr, "message: %s\n", qPrintable(box->text()));
-      return QMessageBox::Ok;
-    }
-    qobject_cast<QFileDialog*>(&dialog)->selectFile(log_);
-    return QDialog::Accepted;
-  }
-  void OpenUrl(const QUrl&) override {}
-  QString ProgramDirectory() const override { return program_dir_; }
-
- private:
-  QString log_;
-  QString program_dir_;
-};
 
 bool Save(QWidget& widget, const QString& path) {
   QApplication::processEvents();
@@ -71,7 +50,7 @@ int main(int argc, char** argv) {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, scratch.path());
   vantor::WriteSetting(vantor::kOutputDirSetting, scratch.path());
 
-  ScriptedDesktop desktop(log, scratch.path());
+  vantor::tools::ScriptedDesktop desktop(log, scratch.path());
   vantor::DisplayStats window(desktop);
   window.show();
   Trigger(window, "mnuOpen");
