@@ -4,13 +4,19 @@
 // opened, and the program directory is a given (scratch) directory.
 
 #include <QDialog>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QString>
 #include <QUrl>
 #include <cstdio>
 
+#include "report/report_path.h"
 #include "ui/desktop.h"
+#include "ui/display_stats.h"
+#include "ui/settings.h"
 
 namespace vantor::tools {
 
@@ -33,6 +39,26 @@ class ScriptedDesktop : public Desktop {
  private:
   QString log_;
   QString program_dir_;
+};
+
+// The main window over a scripted desktop whose file dialog answers with
+// log; settings, side files and reports stay in a scratch directory.
+struct ScriptedSession {
+  explicit ScriptedSession(const char* log_argument)
+      : log(QFileInfo(QString::fromLocal8Bit(log_argument)).absoluteFilePath()),
+        desktop(log, UseScratchSettings(scratch)),
+        window(desktop) {}
+
+  static QString UseScratchSettings(const QTemporaryDir& dir) {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.path());
+    WriteSetting(kOutputDirSetting, dir.path());
+    return dir.path();
+  }
+
+  QTemporaryDir scratch;
+  QString log;
+  ScriptedDesktop desktop;
+  DisplayStats window;
 };
 
 }  // namespace vantor::tools

@@ -58,14 +58,9 @@ int main(int argc, char** argv) {
     return 2;
   }
   const double start_ns = std::strtod(argv[1], nullptr);
-  const QString log = QFileInfo(QString::fromLocal8Bit(argv[2])).absoluteFilePath();
   const int runs = std::max(1, std::atoi(argv[3]));
-  QTemporaryDir scratch;
-  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, scratch.path());
-  vantor::WriteSetting(vantor::kOutputDirSetting, scratch.path());
-
-  vantor::tools::ScriptedDesktop desktop(log, scratch.path());
-  vantor::DisplayStats window(desktop);
+  vantor::tools::ScriptedSession session(argv[2]);
+  vantor::DisplayStats& window = session.window;
   window.show();
   WaitUntilExposed(window);
   std::printf("window_shown_ms %.1f\n", (NowNs() - start_ns) / 1e6);

@@ -44,14 +44,10 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: vantor_screenshots LOG OUTPUT_DIR\n");
     return 2;
   }
-  const QString log = QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath();
   const QDir out(QString::fromLocal8Bit(argv[2]));
-  QTemporaryDir scratch;
-  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, scratch.path());
-  vantor::WriteSetting(vantor::kOutputDirSetting, scratch.path());
-
-  vantor::tools::ScriptedDesktop desktop(log, scratch.path());
-  vantor::DisplayStats window(desktop);
+  vantor::tools::ScriptedSession session(argv[1]);
+  const QString& log = session.log;
+  vantor::DisplayStats& window = session.window;
   window.show();
   Trigger(window, "mnuOpen");
   bool saved = Save(window, out.filePath("main-window.png"));
