@@ -1,5 +1,7 @@
 #include "analysis/text_file.h"
 
+#include "analysis/background_writer.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -47,6 +49,7 @@ TextFileWriter::TextFileWriter(std::string target) : target_(std::move(target)) 
 }
 
 TextFileWriter::~TextFileWriter() {
+  writer_.reset();  // before the file it writes to is closed
   if (file_ != nullptr) std::fclose(file_);
   if (!temp_.empty()) ::unlink(temp_.c_str());
 }
@@ -62,11 +65,13 @@ constexpr std::size_t kFlushAt = 1 << 20;
 }
 
 void TextFileWriter::Flush() {
-  if (file_ != nullptr && result_.ok && !pending_.empty() &&
-      std::fwrite(pending_.data(), 1, pending_.size(), file_) != pending_.size()) {
-    Fail("write", errno);
+  if (file_ == nullptr || !result_.ok || pending_.empty()) {
+    pending_.clear();
+    return;
   }
-  pending_.clear();
+  if (!writer_) writer_ = std::make_unique<BackgroundWriter>(file_);
+  pending_ = writer_->Write(std::move(pending_));
+  pending_.reserve(kFlushAt + 4096);
 }
 
 void TextFileWriter::WriteLine(std::string_view line) {
@@ -83,7 +88,15 @@ void TextFileWriter::WriteRaw(std::string_view bytes) {
 }
 
 IoResult TextFileWriter::Commit() {
-  Flush();
+  if (writer_) {
+    if (const int error = writer_->Finish(); error != 0) Fail("write", error);
+    writer_.reset();
+  }
+  if (file_ != nullptr && result_.ok && !pending_.empty() &&
+      std::fwrite(pending_.data(), 1, pending_.size(), file_) != pending_.size()) {
+    Fail("write", errno);
+  }
+  pending_.clear();
   if (file_ != nullptr) {
     const bool flushed = std::fflush(file_) == 0;
     const int error = errno;

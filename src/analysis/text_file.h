@@ -5,10 +5,13 @@
 // interrupted or failed write never leaves half a file over a good one.
 
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace vantor {
+
+class BackgroundWriter;
 
 struct IoResult {
   bool ok = true;
@@ -38,6 +41,9 @@ class TextFileWriter {
   std::string pending_;
   std::string temp_;
   std::FILE* file_ = nullptr;
+  // Started once a file outgrows one block; small files are written
+  // directly at Commit.
+  std::unique_ptr<BackgroundWriter> writer_;
   IoResult result_;
 };
 
