@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/form1.h"
+#include "analysis/pipeline_stage.h"
 #include "analysis/text_file.h"
 #include "analysis/text_ops.h"
 
@@ -106,45 +107,64 @@ LineFate ClassifyLogLine(std::string_view line) {
 namespace {
 
 // Kept lines stripped of their colour codes once per distinct line, and
-// stored in the worksheet's pool. Lines are gathered and looked up in
-// batches (see StringPool::InternAll), then appended in their order.
+// appended to the worksheet. The reading thread gathers them in batches;
+// a thread of their own looks each batch up in one go (see
+// StringPool::InternAll) and appends its rows in order, while the reading
+// thread goes on with the next lines. Until Finish, only that thread
+// touches the list, its pool and logoutput.txt.
 class KeptLines {
  public:
   KeptLines(WorksheetList& list, TextFileWriter& log_output)
-      : list_(list), log_output_(log_output), stripped_{StringPool::kEmpty} {}
+      : list_(list),
+        log_output_(log_output),
+        stripped_{StringPool::kEmpty},
+        stage_([this](Batch& batch) { Append(batch); }, [](Batch& batch) { batch.Clear(); }) {}
 
   void Add(std::string_view line) {
-    ends_.push_back(bytes_.size() + line.size());
-    bytes_.append(line);
-    if (bytes_.size() >= kBatchBytes) Flush();
+    batch_.ends.push_back(batch_.bytes.size() + line.size());
+    batch_.bytes.append(line);
+    if (batch_.bytes.size() >= kBatchBytes) batch_ = stage_.Hand(std::move(batch_));
   }
 
-  void Flush() {
-    std::vector<std::string_view> lines(ends_.size());
-    for (std::size_t i = 0, start = 0; i < ends_.size(); start = ends_[i++]) {
-      lines[i] = std::string_view(bytes_).substr(start, ends_[i] - start);
-    }
-    raw_.InternAll(lines, ids_);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-      if (ids_[i] == stripped_.size()) stripped_.push_back(list_.Pool().Intern(StripColorCodes(lines[i])));
-      const TextId row = stripped_[ids_[i]];
-      list_.AppendId(row);
-      log_output_.WriteLine(list_.Pool().Text(row));
-    }
-    bytes_.clear();
-    ends_.clear();
+  void Finish() {
+    if (!batch_.ends.empty()) stage_.Hand(std::move(batch_));
+    stage_.Finish();
   }
 
  private:
   static constexpr std::size_t kBatchBytes = 1 << 18;
 
+  struct Batch {
+    std::string bytes;              // the lines, one after the other
+    std::vector<std::size_t> ends;  // where each of them ends in bytes
+    void Clear() {
+      bytes.clear();
+      ends.clear();
+    }
+  };
+
+  void Append(const Batch& batch) {
+    lines_.resize(batch.ends.size());
+    for (std::size_t i = 0, start = 0; i < batch.ends.size(); start = batch.ends[i++]) {
+      lines_[i] = std::string_view(batch.bytes).substr(start, batch.ends[i] - start);
+    }
+    raw_.InternAll(lines_, ids_);
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      if (ids_[i] == stripped_.size()) stripped_.push_back(list_.Pool().Intern(StripColorCodes(lines_[i])));
+      const TextId row = stripped_[ids_[i]];
+      list_.AppendId(row);
+      log_output_.WriteLine(list_.Pool().Text(row));
+    }
+  }
+
   WorksheetList& list_;
   TextFileWriter& log_output_;
-  std::string bytes_;              // the batch's lines, one after the other
-  std::vector<std::size_t> ends_;  // where each of them ends in bytes_
+  Batch batch_;                          // being filled by the reading thread
+  std::vector<std::string_view> lines_;  // the rest: the appending thread's
   std::vector<TextId> ids_;
-  StringPool raw_;                 // the distinct kept lines as read
-  std::vector<TextId> stripped_;   // by id in raw_: the stripped line's id in the list's pool
+  StringPool raw_;                       // the distinct kept lines as read
+  std::vector<TextId> stripped_;         // by id in raw_: the stripped line's id in the list's pool
+  PipelineStage<Batch> stage_;           // last: its thread uses the members above
 };
 
 }  // namespace
@@ -178,7 +198,7 @@ void Form1::LoadFile() {
     }
   });
   const int read_error = errno;
-  kept.Flush();
+  kept.Finish();
   if (!read_all) host_.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
   log_output.WriteLine("");
   Report(host_, ignored.Commit());
