@@ -7,7 +7,11 @@ JOBS ?= $(shell nproc)
 SAMPLE ?= samples/evening.log
 DEMO_OUT ?= $(BUILD)/demo
 
-.PHONY: all deps build demo test bench screenshots clean
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 300
+ASAN_BUILD ?= build-asan
+
+.PHONY: all deps build demo test test-sanitize fuzz bench screenshots clean
 
 all: build
 
@@ -30,6 +34,21 @@ demo: build
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 
+# The whole test suite built with AddressSanitizer and UndefinedBehaviorSanitizer.
+test-sanitize: deps
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DVANTOR_SANITIZE=ON
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/fuzz/lsan-suppressions.txt \
+	  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest --output-on-failure -j $(JOBS)
+
+# The pipeline fuzzer for FUZZ_SECONDS seconds (clang's libFuzzer).
+fuzz: deps
+	cmake -S . -B $(FUZZ_BUILD) -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DVANTOR_FUZZ=ON -DVANTOR_BUILD_GUI=OFF -DVANTOR_BUILD_TESTS=OFF
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target vantor_fuzz
+	scripts/fuzz $(FUZZ_BUILD) $(FUZZ_SECONDS)
+
 bench: build
 	@if [ -x scripts/bench ]; then scripts/bench; else echo "no benchmarks yet"; fi
 
@@ -37,4 +56,4 @@ screenshots: build
 	@BUILD=$(BUILD) SAMPLE=$(SAMPLE) scripts/screenshots
 
 clean:
-	rm -rf $(BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

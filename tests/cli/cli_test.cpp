@@ -11,34 +11,14 @@
 #include <string>
 #include <vector>
 
+#include "support/run_program.h"
 #include "support/test_files.h"
 
 namespace vantor::testing {
 namespace {
 
-struct Outcome {
-  int status = -1;
-  std::string out, err;
-};
-
-// Runs vantor-cli with args in the directory cwd and collects what it printed.
 Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".") {
-  ScratchDir streams;
-  const std::string out = streams / "stdout";
-  const std::string err = streams / "stderr";
-  const pid_t pid = ::fork();
-  if (pid == 0) {
-    ::dup2(::open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), 1);
-    ::dup2(::open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), 2);
-    std::vector<char*> argv{const_cast<char*>(VANTOR_CLI)};
-    for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
-    if (::chdir(cwd.c_str()) == 0) ::execv(VANTOR_CLI, argv.data());
-    ::_exit(127);
-  }
-  int status = 0;
-  ::waitpid(pid, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadBytes(out), ReadBytes(err)};
+  return RunProgram(VANTOR_CLI, args, {cwd});
 }
 
 constexpr char kUsage[] =

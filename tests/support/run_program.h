@@ -1,0 +1,26 @@
+#pragma once
+// Runs a program as a user would from a shell, and collects what it did.
+
+#include <string>
+#include <vector>
+
+namespace vantor::testing {
+
+struct Outcome {
+  int status = -1;  // the exit status; -1 when the program did not exit normally
+  std::string out, err;
+};
+
+struct RunAs {
+  std::string cwd = ".";
+  // When the tests run as root, the program runs as "nobody", so that file
+  // permissions apply to it as they do to a user.
+  bool unprivileged = false;
+};
+
+Outcome RunProgram(const std::string& program, const std::vector<std::string>& args, const RunAs& as = {});
+
+// Whether RunAs::unprivileged changes who runs the program.
+bool RunningAsRoot();
+
+}  // namespace vantor::testing
