@@ -9,11 +9,23 @@
 namespace vantor {
 
 CliHost::CliHost(std::string output_dir, std::string program_dir, bool open_report,
-                 std::ostream& err)
+                 std::ostream& err, bool show_progress)
     : output_dir_(std::move(output_dir)),
       program_dir_(std::move(program_dir)),
       open_report_(open_report),
-      err_(err) {}
+      err_(err),
+      progress_(err, show_progress) {
+  progress_.SetRange(maximum_);
+}
+
+void CliHost::SetProgressVisible(bool visible) {
+  if (!visible) progress_.Clear();
+}
+
+void CliHost::SetProgressMaximum(std::int64_t maximum) {
+  maximum_ = maximum;
+  progress_.SetRange(maximum);
+}
 
 void CliHost::StatisticsFilled() {
   filled_ = table_;
@@ -21,6 +33,7 @@ void CliHost::StatisticsFilled() {
 
 void CliHost::ShowMessage(std::string_view text, MessageIcon) {
   ++messages_;
+  progress_.Clear();
   err_ << "Vantor Log Analyzer: " << text << "\n";
 }
 

@@ -8,12 +8,14 @@
 #include <string>
 
 #include "analysis/host.h"
+#include "cli/progress_bar.h"
 
 namespace vantor {
 
 class CliHost : public Host {
  public:
-  CliHost(std::string output_dir, std::string program_dir, bool open_report, std::ostream& err);
+  CliHost(std::string output_dir, std::string program_dir, bool open_report, std::ostream& err,
+          bool show_progress = false);
 
   void SetChosenLogPath(std::string path) { chosen_ = std::move(path); }
   void SetAppend(bool append) { append_ = append; }
@@ -24,10 +26,11 @@ class CliHost : public Host {
 
   std::string ChosenLogPath() const override { return chosen_; }
   bool AppendChecked() const override { return append_; }
-  void SetProgressVisible(bool) override {}
-  void SetProgressMaximum(std::int64_t maximum) override { maximum_ = maximum; }
+  void SetProgressVisible(bool visible) override;
+  void SetProgressMaximum(std::int64_t maximum) override;
   std::int64_t ProgressMaximum() const override { return maximum_; }
-  void SetProgressValue(std::int64_t) override {}
+  void SetProgressValue(std::int64_t value) override { progress_.SetValue(value); }
+  ProgressBar& Progress() { return progress_; }
   void SetProcessCaption(std::string_view) override {}
   StatisticsTable& Statistics() override { return table_; }
   void StatisticsFilled() override;
@@ -47,6 +50,7 @@ class CliHost : public Host {
   StatisticsTable table_;
   StatisticsTable filled_;
   int messages_ = 0;
+  ProgressBar progress_;
 };
 
 // The statistics table as text: a header line, then one line per row, the

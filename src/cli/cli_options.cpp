@@ -16,6 +16,7 @@ std::optional<std::string>* ValueOption(CliOptions& o, std::string_view name) {
 bool* FlagOption(CliOptions& o, std::string_view name) {
   if (name == "--table") return &o.table;
   if (name == "--open") return &o.open;
+  if (name == "--quiet") return &o.quiet;
   if (name == "--help") return &o.help;
   if (name == "--version") return &o.version;
   return nullptr;

@@ -1,6 +1,6 @@
 #pragma once
 // The command line of vantor-cli:
-//   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] LOG [LOG ...]
+//   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet] LOG [LOG ...]
 
 #include <optional>
 #include <string>
@@ -13,6 +13,7 @@ struct CliOptions {
   std::optional<std::string> side_dir;    // where the side files go
   bool table = false;
   bool open = false;
+  bool quiet = false;  // only errors on stderr: no progress, no notices
   bool help = false;
   bool version = false;
   std::vector<std::string> logs;

@@ -7,15 +7,18 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
+#include "analysis/side_file_directory.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] LOG [LOG ...]\n";
+    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet] LOG [LOG ...]\n";
 
 constexpr const char* kHelp =
     "Analyse team capture-the-flag console logs into per-player statistics and\n"
@@ -25,9 +28,12 @@ constexpr const char* kHelp =
     "\n"
     "  --output-dir DIR  write the report into DIR (default: next to the log)\n"
     "  --side-dir DIR    write logoutput.txt, ignored.txt, chat.txt and\n"
-    "                    unknown.txt into DIR (default: the program's directory)\n"
+    "                    unknown.txt into DIR (default: the program's directory,\n"
+    "                    or ~/.local/share/vantor-log-analyzer when that cannot\n"
+    "                    be written)\n"
     "  --table           print the statistics table, tab-separated, to stdout\n"
     "  --open            open the report with the desktop's default program\n"
+    "  --quiet           print nothing on stderr but errors (no progress bar)\n"
     "  --help            show this help and exit\n"
     "  --version         show the version and exit\n"
     "\n"
@@ -47,16 +53,28 @@ std::string Absolute(const std::string& path) {
   return ec ? path : absolute.string();
 }
 
+// The side files go where --side-dir says; without it, to the program's
+// directory or, when that cannot be written, the user's own (said once).
+std::string SideDirectory(const vantor::CliOptions& options) {
+  if (options.side_dir) return *options.side_dir;
+  const vantor::SideFileDirectory side = vantor::ChooseSideFileDirectory(ProgramDirectory());
+  if (side.newly_made && !options.quiet) std::cerr << "vantor-cli: " << vantor::SideFileNotice(side.path) << "\n";
+  return side.path;
+}
+
 int Run(const vantor::CliOptions& options) {
-  vantor::CliHost host(options.output_dir.value_or(""), options.side_dir.value_or(ProgramDirectory()),
-                       options.open, std::cerr);
+  const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
+  vantor::CliHost host(options.output_dir.value_or(""), SideDirectory(options), options.open, std::cerr,
+                       show_progress);
   vantor::Form1 form(host);
   const bool several = options.logs.size() > 1;
   host.SetAppend(several);
   for (const std::string& log : options.logs) {
+    host.Progress().SetStage("reading " + std::filesystem::path(log).filename().string());
     host.SetChosenLogPath(Absolute(log));
     form.LoadFile();
   }
+  host.Progress().SetStage("analysing");
   if (several) {
     vantor::ProcessRun(form);
   } else {

@@ -1,0 +1,75 @@
+// vantor-cli as an installed program: a progress bar only on a terminal,
+// --quiet, and side files in the user's own directory when the program's
+// directory cannot be written.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "support/run_program.h"
+#include "support/test_files.h"
+
+namespace vantor::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kLog[] = "^7Alpha got the BLUE flag!\r\n^7Bravo was railed by Alpha\r\n";
+
+// Runs a shell command line on a pseudo-terminal (script(1)) and returns
+// what the terminal showed.
+std::string OnTerminal(const std::string& command, const ScratchDir& dir) {
+  const std::string shown = dir / "terminal.txt";
+  const std::string line = "script -qec '" + command + "' /dev/null > " + shown + " 2>&1";
+  EXPECT_EQ(std::system(line.c_str()), 0) << line;
+  return ReadBytes(shown);
+}
+
+TEST(VantorCliTerminal, ProgressBarOnATerminalOnlyAndNeverWithQuiet) {
+  ScratchDir dir;
+  WriteBytes(dir / "game.log", kLog);
+  const std::string run = std::string(VANTOR_CLI) + " --side-dir " + dir.path().string() + " --output-dir " +
+                          dir.path().string() + " " + (dir / "game.log");
+  const std::string shown = OnTerminal(run, dir);
+  EXPECT_NE(shown.find("\r\033[Kvantor-cli: [..............................] 0% reading game.log"), std::string::npos)
+      << shown;
+  EXPECT_NE(shown.find("\r\033[Kvantor-cli: [##############################] 100% analysing"), std::string::npos);
+  EXPECT_EQ(shown.substr(shown.size() - 4), "\r\033[K");  // the bar is wiped at the end
+  EXPECT_EQ(OnTerminal(run + " --quiet", dir), "");
+  const Outcome piped = RunProgram(VANTOR_CLI, {"--side-dir", dir.path(), "--output-dir", dir.path(), dir / "game.log"});
+  EXPECT_EQ(piped.err, "");
+  EXPECT_EQ(piped.status, 0);
+}
+
+TEST(VantorCliTerminal, UnwritableProgramDirectorySendsSideFilesToTheUsersOwnOnceSaid) {
+  ScratchDir dir;
+  const std::string bin = dir / "bin", data = dir / "data", out = dir / "out";
+  for (const std::string& d : {bin, data, out}) fs::create_directory(d);
+  fs::copy_file(VANTOR_CLI, bin + "/vantor-cli");
+  WriteBytes(dir / "game.log", kLog);
+  fs::permissions(dir.path(), fs::perms::all);
+  fs::permissions(data, fs::perms::all);
+  fs::permissions(out, fs::perms::all);
+  fs::permissions(bin, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                           fs::perms::others_exec | fs::perms::group_read | fs::perms::group_exec);
+  ::setenv("XDG_DATA_HOME", data.c_str(), 1);
+  const std::vector<std::string> args = {"--output-dir", out, dir / "game.log"};
+  const Outcome first = RunProgram(bin + "/vantor-cli", args, {".", true});
+  const Outcome second = RunProgram(bin + "/vantor-cli", args, {".", true});
+  const Outcome quiet = RunProgram(bin + "/vantor-cli", {"--quiet", "--output-dir", out, dir / "game.log"}, {".", true});
+  ::unsetenv("XDG_DATA_HOME");
+  const std::string side = data + "/vantor-log-analyzer";
+  EXPECT_EQ(first.err, "vantor-cli: Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to " +
+                           side + ", because the program's directory cannot be written.\n");
+  EXPECT_EQ(first.status, 0);
+  EXPECT_EQ(second.err, "");
+  EXPECT_EQ(quiet.err, "");
+  EXPECT_EQ(ReadBytes(side + "/logoutput.txt"), "Alpha got the BLUE flag!\r\nBravo was railed by Alpha\r\n\r\n");
+  EXPECT_TRUE(fs::exists(side + "/unknown.txt"));
+  EXPECT_FALSE(fs::exists(bin + "/logoutput.txt"));
+}
+
+}  // namespace
+}  // namespace vantor::testing
