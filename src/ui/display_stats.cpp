@@ -1,7 +1,10 @@
 #include "ui/display_stats.h"
 
+#include <QFileInfo>
+
 #include <QAction>
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -218,8 +221,21 @@ void DisplayStats::RunCommand(void (DisplayStats::*command)()) {
 
 void DisplayStats::OpenLog() {
   cmnFile.ShowOpen(this, InitialLogDirectory());
+  OpenChosenLog();
+}
+
+void DisplayStats::OpenChosenLog() {
   form1_->LoadFile();
   if (!mnuAppend->isChecked()) OpenRun(*form1_);
+}
+
+void DisplayStats::OpenLogsFromCommandLine(const QStringList& paths) {
+  if (paths.size() > 1 && !mnuAppend->isChecked()) mnuAppend->trigger();
+  for (const QString& path : paths) {
+    cmnFile.Choose(QFileInfo(path).absoluteFilePath());
+    RunCommand(&DisplayStats::OpenChosenLog);
+  }
+  if (paths.size() > 1) cmdProcess->click();
 }
 
 void DisplayStats::ProcessLogs() { ProcessRun(*form1_); }

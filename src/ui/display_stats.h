@@ -30,6 +30,11 @@ class DisplayStats : public QMainWindow {
   explicit DisplayStats(Desktop& desktop, QWidget* parent = nullptr);
   ~DisplayStats() override;
 
+  // Logs given on the command line ("Open with"): one is opened as File >
+  // Open opens it; several as with Tools > Append checked: each opened in
+  // turn, then Process.
+  void OpenLogsFromCommandLine(const QStringList& paths);
+
  protected:
   // File > Exit and the close box: Form1 goes first, then the window.
   void closeEvent(QCloseEvent* event) override;
@@ -43,6 +48,7 @@ class DisplayStats : public QMainWindow {
 
   // The commands.
   void OpenLog();
+  void OpenChosenLog();
   void ProcessLogs();
   void ToggleAppend();
   void ShowOptions();

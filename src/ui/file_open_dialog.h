@@ -19,6 +19,8 @@ class FileOpenDialog {
   // and all files second.
   void ShowOpen(QWidget* owner, const QString& initial_dir);
   const QString& FileName() const { return file_name_; }
+  // As if path had been chosen in the dialog (a log given on the command line).
+  void Choose(const QString& path) { file_name_ = path; }
 
  private:
   Desktop& desktop_;

@@ -1,5 +1,7 @@
 #include "ui/gui_host.h"
 
+#include "analysis/side_file_directory.h"
+
 #include <QAction>
 #include <QCoreApplication>
 #include <QFile>
@@ -82,7 +84,16 @@ std::string GuiHost::ReadSetting(std::string_view key) const {
 }
 
 std::string GuiHost::ProgramDirectory() const {
-  return QFile::encodeName(desktop_.ProgramDirectory()).toStdString();
+  // Side files go to the user's own directory when the program's cannot be
+  // written (a system-wide install); the run that makes it says so, once.
+  const SideFileDirectory side =
+      ChooseSideFileDirectory(QFile::encodeName(desktop_.ProgramDirectory()).toStdString());
+  if (side.newly_made) {
+    QMessageBox box(QMessageBox::Information, kTitle, FromLocalBytes(SideFileNotice(side.path)),
+                    QMessageBox::Ok, controls_.owner);
+    desktop_.Exec(box);
+  }
+  return side.path;
 }
 
 void GuiHost::OpenDocument(const std::string& path) {

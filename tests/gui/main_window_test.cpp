@@ -177,6 +177,30 @@ class MainWindowTest : public QObject {
     QVERIFY(Options()->isVisible());
   }
 
+  void logsGivenAsArgumentsAreOpenedOrAppendedAndProcessed() {
+    window_->OpenLogsFromCommandLine({desktop_->dir.filePath("missing.log")});
+    QCOMPARE(desktop_->messages, QStringList{"Vantor Log Analyzer | File Not Found | 3 | OK"});
+    desktop_->messages.clear();
+    window_->OpenLogsFromCommandLine({GameLog()});
+    QCOMPARE(Table(), kGameTable);
+    QCOMPARE(desktop_->opened.last(), QUrl::fromLocalFile(desktop_->dir.filePath("game.html")));
+    QVERIFY(!Find<QAction>("mnuAppend")->isChecked());
+
+    const QString second = desktop_->dir.filePath("second.log");
+    QVERIFY(QFile::copy(GameLog(), second));
+    steps_.clear();
+    window_->OpenLogsFromCommandLine({GameLog(), second});
+    QVERIFY(Find<QAction>("mnuAppend")->isChecked());
+    QCOMPARE(steps_, kRunSteps);
+    QCOMPARE(desktop_->opened.last(), QUrl::fromLocalFile(desktop_->dir.filePath("second.html")));
+    QCOMPARE(Table(), QList<QStringList>());
+    QFile imported(desktop_->dir.filePath("logoutput.txt"));
+    QVERIFY(imported.open(QIODevice::ReadOnly));
+    QCOMPARE(imported.readAll().count("\r\n"), 2 * 7 + 1);  // both logs' kept lines, then an empty line
+    QCOMPARE(desktop_->dialogs, QStringList());
+    QCOMPARE(desktop_->messages, QStringList());
+  }
+
   void failedImportShowsItsMessageAndRunsOverNothing_data() {
     QTest::addColumn<QString>("answer");
     QTest::addColumn<QString>("message");
