@@ -11,7 +11,9 @@ FUZZ_BUILD ?= build-fuzz
 FUZZ_SECONDS ?= 300
 ASAN_BUILD ?= build-asan
 
-.PHONY: all deps build demo test test-sanitize fuzz bench screenshots clean
+PREFIX ?= /usr/local
+
+.PHONY: all deps build demo test test-sanitize fuzz bench screenshots install package clean
 
 all: build
 
@@ -48,6 +50,14 @@ fuzz: deps
 	  -DVANTOR_FUZZ=ON -DVANTOR_BUILD_GUI=OFF -DVANTOR_BUILD_TESTS=OFF
 	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target vantor_fuzz
 	scripts/fuzz $(FUZZ_BUILD) $(FUZZ_SECONDS)
+
+# Installs the programs, desktop entry, icons and manual under PREFIX.
+install: build
+	cmake --install $(BUILD) --prefix $(PREFIX)
+
+# Builds the Debian package $(BUILD)/vantor-log-analyzer_<version>_<arch>.deb.
+package: build
+	cd $(BUILD) && cpack -G DEB
 
 bench: build
 	@if [ -x scripts/bench ]; then scripts/bench; else echo "no benchmarks yet"; fi

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <QTimer>
 
 #include "ui/desktop.h"
@@ -6,6 +7,9 @@
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
+  // The installed icon and desktop entry (see packaging/).
+  QApplication::setWindowIcon(QIcon::fromTheme("vantor-log-analyzer"));
+  QGuiApplication::setDesktopFileName("vantor-log-analyzer");
   vantor::Desktop desktop;
   vantor::DisplayStats window(desktop);
   window.show();
