@@ -19,6 +19,10 @@ void Form1::EmptyListsWithANewPool() {
 
 void Form1::ClearLists() {
   EmptyListsWithANewPool();
+  SourceFiles.clear();
+  for (SourceLines* sources : {&List1Sources, &KillSources, &FlagSources, &SentrySources}) sources->clear();
+  List8Reasons.clear();
+  List9Reasons.clear();
   events_.reset();
   host_.Statistics().Clear();
 }

@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "analysis/host.h"
+#include "analysis/source_line.h"
 #include "analysis/worksheet_list.h"
 #include "stats/flag_kinds.h"
+#include "stats/run_record.h"
 #include "stats/tally_table.h"
 
 namespace vantor {
@@ -38,6 +40,21 @@ class Form1 {
   WorksheetList List8;   // Blue members
   WorksheetList List9;   // Red members
   WorksheetList List10;  // destroyers of sentry guns
+
+  // Where rows came from, kept only after KeepProvenance(true) (for the
+  // exports and the details window; nothing else reads them): the logs of
+  // the run by index, then per row its log and line, parallel to List1,
+  // to List2..List4, to List5/List6 and to List10.
+  std::vector<std::string> SourceFiles;
+  SourceLines List1Sources, KillSources, FlagSources, SentrySources;
+  void KeepProvenance(bool keep) { keep_provenance_ = keep; }
+  bool KeepsProvenance() const { return keep_provenance_; }
+  // What the last GetIndivStats counted, with the why of every count and
+  // every team; none before the first, or without provenance.
+  const RunRecord* LastRun() const { return last_run_.get(); }
+
+  // How each member got its team, parallel to List8 and List9.
+  std::vector<TeamReason> List8Reasons, List9Reasons;
 
   // Team colour recorded per slot by the flag counting: "Blue", "Red" or "".
   std::vector<std::string> strPlayerTeam;
@@ -73,11 +90,17 @@ class Form1 {
   void CountFlagEvents(std::size_t nB, std::size_t nR);
   void FillStatisticsTable(std::size_t nB, std::size_t nR);
   void RemoveCountedEvents();
+  void RecordRun(std::size_t nB);
+  void AppendMember(WorksheetList& team, std::vector<TeamReason>& reasons, const std::string& name,
+                    TeamReason reason);
 
   Host& host_;
   // Built from the event lists on first use in a run; dropped whenever the
   // event lists change.
   std::unique_ptr<EventIndex> events_;
+  std::shared_ptr<const RunRecord> last_run_;
+  bool keep_provenance_ = false;
+  int propagation_pass_ = 0;
   bool report_written_ = false;
 };
 

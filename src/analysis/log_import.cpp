@@ -114,13 +114,17 @@ namespace {
 // touches the list, its pool and logoutput.txt.
 class KeptLines {
  public:
-  KeptLines(WorksheetList& list, TextFileWriter& log_output)
+  // sources, when given, gets the place of every kept line of file.
+  KeptLines(WorksheetList& list, TextFileWriter& log_output, SourceLines* sources, std::uint32_t file)
       : list_(list),
         log_output_(log_output),
+        sources_(sources),
+        file_(file),
         stripped_{StringPool::kEmpty},
         stage_([this](Batch& batch) { Append(batch); }, [](Batch& batch) { batch.Clear(); }) {}
 
-  void Add(std::string_view line) {
+  void Add(std::string_view line, std::uint64_t number) {
+    if (sources_ != nullptr) batch_.numbers.push_back(number);
     batch_.ends.push_back(batch_.bytes.size() + line.size());
     batch_.bytes.append(line);
     if (batch_.bytes.size() >= kBatchBytes) batch_ = stage_.Hand(std::move(batch_));
@@ -137,9 +141,11 @@ class KeptLines {
   struct Batch {
     std::string bytes;              // the lines, one after the other
     std::vector<std::size_t> ends;  // where each of them ends in bytes
+    std::vector<std::uint64_t> numbers;  // their line numbers, when sources are kept
     void Clear() {
       bytes.clear();
       ends.clear();
+      numbers.clear();
     }
   };
 
@@ -155,10 +161,14 @@ class KeptLines {
       list_.AppendId(row);
       log_output_.WriteLine(list_.Pool().Text(row));
     }
+    if (sources_ == nullptr) return;
+    for (std::uint64_t number : batch.numbers) sources_->push_back({file_, number});
   }
 
   WorksheetList& list_;
   TextFileWriter& log_output_;
+  SourceLines* sources_;
+  std::uint32_t file_;
   Batch batch_;                          // being filled by the reading thread
   std::vector<std::string_view> lines_;  // the rest: the appending thread's
   std::vector<TextId> ids_;
@@ -184,10 +194,14 @@ void Form1::LoadFile() {
   // then this log's kept lines as they are read.
   TextFileWriter log_output(dir + std::string(kLogOutputFile));
   for (TextId row : List1.Ids()) log_output.WriteLine(List1.Pool().Text(row));
-  KeptLines kept(List1, log_output);
-  const bool read_all = text.ForEachLine([&](std::string_view line) {
+  if (keep_provenance_) SourceFiles.push_back(file_name);
+  KeptLines kept(List1, log_output, keep_provenance_ ? &List1Sources : nullptr,
+                 static_cast<std::uint32_t>(keep_provenance_ ? SourceFiles.size() - 1 : 0));
+  PhysicalLines numbers;
+  const bool read_all = text.ForEachLine([&](std::string_view line, char end) {
+    const std::uint64_t number = numbers.Number(line, end);
     switch (ClassifyLogLine(line)) {
-      case LineFate::kKept: kept.Add(line); break;
+      case LineFate::kKept: kept.Add(line, number); break;
       case LineFate::kIgnored: ignored.WriteLine(line); break;
       case LineFate::kChat: {
         const std::string text_only = StripColorCodes(line);

@@ -1,10 +1,12 @@
 #pragma once
 // Import of one game console log into List1, with its three side files.
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "analysis/host.h"
@@ -28,8 +30,9 @@ class LogText {
   LogText(LogText&& other) noexcept : file_(other.file_) { other.file_ = nullptr; }
   LogText& operator=(LogText&&) = delete;
 
-  // Calls on_line(std::string_view) for every line in order; false when
-  // reading failed part way (errno tells why).
+  // Calls on_line(std::string_view) for every line in order, or
+  // on_line(line, end) with the CR or LF that ended it; false when reading
+  // failed part way (errno tells why).
   template <typename OnLine>
   bool ForEachLine(OnLine&& on_line);
 
@@ -68,11 +71,18 @@ bool LogText::ForEachLine(OnLine&& on_line) {
     const char* const end = at + got;
     LineEndFinder ends;
     for (const char* eol = ends.Next(at, end); eol != end; eol = ends.Next(at, end)) {
+      const auto call = [&](std::string_view line) {
+        if constexpr (std::is_invocable_v<OnLine, std::string_view, char>) {
+          on_line(line, *eol);
+        } else {
+          on_line(line);
+        }
+      };
       if (carry.empty()) {
-        on_line(std::string_view(at, static_cast<std::size_t>(eol - at)));
+        call(std::string_view(at, static_cast<std::size_t>(eol - at)));
       } else {
         carry.append(at, eol);
-        on_line(std::string_view(carry));
+        call(std::string_view(carry));
         carry.clear();
       }
       at = eol + 1;
@@ -81,6 +91,21 @@ bool LogText::ForEachLine(OnLine&& on_line) {
     if (got < buffer.size()) return std::ferror(file_) == 0;
   }
 }
+
+// The line numbers a text editor shows: a CR LF pair ends one line, though
+// the import meets an empty line between the two.
+class PhysicalLines {
+ public:
+  std::uint64_t Number(std::string_view line, char end) {
+    const bool second_half_of_crlf = end == '\n' && line.empty() && last_end_ == '\r';
+    last_end_ = end;
+    return second_half_of_crlf ? next_ - 1 : next_++;
+  }
+
+ private:
+  std::uint64_t next_ = 1;
+  char last_end_ = 0;
+};
 
 // Opens a log for reading. A missing file shows "File Not Found" and gives
 // the empty text; so does one that cannot be read, with a message saying why.

@@ -49,6 +49,7 @@ class WorksheetList {
   const std::vector<TextId>& Ids() const { return ids_; }
   const StringPool& Pool() const { return *pool_; }
   StringPool& Pool() { return *pool_; }
+  std::shared_ptr<const StringPool> SharedPool() const { return pool_; }
   void Reserve(std::size_t n) { ids_.reserve(n); }
 
  private:

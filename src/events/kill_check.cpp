@@ -63,19 +63,35 @@ void Record(Form1& form, const RecognitionMemo::Event& event) {
   }
 }
 
+// The place of row's line goes with its event, when places are kept.
+void RecordSource(Form1& form, LineCut::Kind kind, std::size_t row) {
+  if (row >= form.List1Sources.size()) return;
+  const SourceLine source = form.List1Sources[row];
+  switch (kind) {
+    case LineCut::Kind::kKill: form.KillSources.push_back(source); break;
+    case LineCut::Kind::kSentry: form.SentrySources.push_back(source); break;
+    case LineCut::Kind::kFlag: form.FlagSources.push_back(source); break;
+    case LineCut::Kind::kNoMatch:
+    case LineCut::Kind::kConsumed: break;
+  }
+}
+
 }  // namespace
 
 void Form1::KillCheck() {
   events_.reset();
   RecognitionMemo memo(List1.Pool());
+  std::vector<bool> kept(List1.Count());
   // One walk in row order: each row's event is recorded as the row is met,
   // and a row stays only when no rule recognised it and it is not blank.
   List1.RetainIf([&](std::size_t row) {
     const TextId line = List1.IdAt(row);
     const RecognitionMemo::Event& event = memo.Of(line);
     Record(*this, event);
-    return event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
+    RecordSource(*this, event.kind, row);
+    return kept[row] = event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
   });
+  RetainSources(List1Sources, kept);
 }
 
 }  // namespace vantor

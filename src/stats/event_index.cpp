@@ -67,9 +67,9 @@ EventIndex::EventIndex(const Form1& form) {
     if (method == kSuicideMethod) players_[victim].suicides += 1;
     if (auto weapon = weapon_of(m)) players_[killer].weapons[Index(*weapon)] += 1;
     // The killer's side of the row decides first; a suicide decides nothing.
-    if (!players_[killer].first_opponent) players_[killer].first_opponent = victim;
+    if (!players_[killer].first_opponent) players_[killer].SetFirst(victim, m, true);
     if (killer_name != kSuicideKiller && !players_[victim].first_opponent) {
-      players_[victim].first_opponent = killer;
+      players_[victim].SetFirst(killer, m, false);
     }
   }
   for (std::size_t row = 0; row < form.List10.Count(); ++row) {
@@ -119,6 +119,7 @@ FlagCredit EventIndex::FlagsOf(std::string_view name) const {
       if (entry.last_coloured[k] && (!latest[k] || *latest[k] < *entry.last_coloured[k])) {
         latest[k] = entry.last_coloured[k];
         credit.colours[k] = entry.colour[k];
+        credit.rows[k] = entry.last_coloured[k];
       }
     }
   }

@@ -30,6 +30,15 @@ class EventIndex {
     // The other party of the first event in which the name is the killer,
     // or the victim of another player; none when there is no such event.
     std::optional<std::size_t> first_opponent;
+    // That event's row of List2..List4, and whether the name was its killer.
+    std::size_t first_row = 0;
+    bool first_as_killer = false;
+
+    void SetFirst(std::size_t opponent, std::size_t row, bool as_killer) {
+      first_opponent = opponent;
+      first_row = row;
+      first_as_killer = as_killer;
+    }
   };
 
   explicit EventIndex(const Form1& form);

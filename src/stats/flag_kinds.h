@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace vantor {
@@ -32,6 +33,8 @@ struct FlagCredit {
   // Per kind, the colour of the last credited event of that kind that names
   // one ("" when none): what the counting leaves in the team colour.
   std::array<std::string_view, kFlagKindCount> colours{};
+  // Per kind, the List5 row of that event.
+  std::array<std::optional<std::size_t>, kFlagKindCount> rows{};
 };
 
 inline constexpr std::size_t Index(FlagKind k) { return static_cast<std::size_t>(k); }

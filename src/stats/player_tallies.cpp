@@ -69,6 +69,7 @@ void Form1::GetIndivStats() {
   host_.SetProgressValue(maximum * 8 / 10);
   FillStatisticsTable(nB, nR);
   host_.StatisticsFilled();
+  RecordRun(nB);
   RemoveCountedEvents();
   OutputToHTML(nB, nR);
   host_.SetProgressValue(maximum * 9 / 10);
@@ -145,6 +146,7 @@ void Form1::RemoveCountedEvents() {
   List2.RetainIf([&](std::size_t m) { return keep[m]; });
   List3.RetainIf([&](std::size_t m) { return keep[m]; });
   List4.RetainIf([&](std::size_t m) { return keep[m]; });
+  RetainSources(KillSources, keep);
   events_.reset();
 }
 

@@ -22,14 +22,34 @@ NameSet Members(const WorksheetList& team) {
   return NameSet(rows.begin(), rows.end());
 }
 
+std::optional<SourceLine> SourceAt(const SourceLines& sources, std::size_t row) {
+  if (row < sources.size()) return sources[row];
+  return std::nullopt;
+}
+
+// The flag event that seeded a player's team: that of the last kind asked
+// for that credited a coloured event, as the colour left behind is its.
+TeamReason SeedReason(const FlagCredit& flags, const SourceLines& flag_sources, std::string_view team) {
+  TeamReason reason{TeamReason::Kind::kFlagEvent, std::string(team)};
+  for (std::size_t k = 0; k < kFlagKindCount; ++k) {
+    if (flags.colours[k].empty()) continue;
+    reason.flag_kind = std::string(kFlagKindNames[k]);
+    reason.row = flags.rows[k];
+    reason.line = flags.rows[k] ? SourceAt(flag_sources, *flags.rows[k]) : std::nullopt;
+  }
+  return reason;
+}
+
 }  // namespace
 
 void Form1::SplitByColor() {
   const std::size_t n = List7.Count();
   if (strPlayerTeam.size() < n) strPlayerTeam.resize(n);
   if (tally.size() < n) tally.resize(n);
+  std::vector<FlagCredit> credits;
+  credits.reserve(n);
   for (std::size_t i = 0; i < n; ++i) {
-    const FlagCredit flags = GetFlagInfo(List7.At(i));
+    const FlagCredit& flags = credits.emplace_back(GetFlagInfo(List7.At(i)));
     PlayerTally& slot = tally[i];
     slot.strPlayerName = List7.At(i);
     slot.intFlagDefends = flags.counts[Index(FlagKind::FlagDefense)];
@@ -44,13 +64,23 @@ void Form1::SplitByColor() {
       if (!colour.empty()) strPlayerTeam[i] = colour;
     }
   }
+  propagation_pass_ = 0;
   for (std::size_t i = 0; i < n; ++i) {
-    if (strPlayerTeam[i] == kBlue) List8.Append(tally[i].strPlayerName);
-    if (strPlayerTeam[i] == kRed) List9.Append(tally[i].strPlayerName);
+    if (strPlayerTeam[i] != kBlue && strPlayerTeam[i] != kRed) continue;
+    const bool blue = strPlayerTeam[i] == kBlue;
+    AppendMember(blue ? List8 : List9, blue ? List8Reasons : List9Reasons, tally[i].strPlayerName,
+                 SeedReason(credits[i], FlagSources, strPlayerTeam[i]));
   }
 }
 
+void Form1::AppendMember(WorksheetList& team, std::vector<TeamReason>& reasons, const std::string& name,
+                         TeamReason reason) {
+  team.Append(name);
+  reasons.push_back(std::move(reason));
+}
+
 void Form1::subCheckTeam() {
+  ++propagation_pass_;
   // Members appended during this pass become known only in the next one.
   const NameSet blue = Members(List8);
   const NameSet red = Members(List9);
@@ -61,11 +91,15 @@ void Form1::subCheckTeam() {
     if (blue.count(name) != 0 || red.count(name) != 0) continue;
     const auto id = events.Find(name);
     if (!id) continue;
-    const auto opponent = events.Player(*id).first_opponent;
-    if (!opponent) continue;
-    const std::string& other = events.Name(*opponent);
-    if (blue.count(other) != 0) List9.Append(name);
-    if (red.count(other) != 0) List8.Append(name);
+    const EventIndex::PlayerEvents& player = events.Player(*id);
+    if (!player.first_opponent) continue;
+    const std::string& other = events.Name(*player.first_opponent);
+    auto reason = [&](std::string_view team) {
+      return TeamReason{TeamReason::Kind::kPropagated, std::string(team), "", propagation_pass_, other,
+                        player.first_as_killer, player.first_row, SourceAt(KillSources, player.first_row)};
+    };
+    if (blue.count(other) != 0) AppendMember(List9, List9Reasons, name, reason(kRed));
+    if (red.count(other) != 0) AppendMember(List8, List8Reasons, name, reason(kBlue));
   }
 }
 

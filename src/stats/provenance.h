@@ -1,0 +1,46 @@
+#pragma once
+// Why a number is what it is: for a tally slot and one of its counts, the
+// log lines of exactly the events the counting procedures counted; and the
+// kill matrix over all recognised kills.
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "analysis/source_line.h"
+#include "stats/flag_kinds.h"
+#include "stats/run_record.h"
+#include "stats/weapon_table.h"
+
+namespace vantor {
+
+// The counts of a slot: the ten of the statistics table, then the 42 weapons.
+enum class CountKind : std::size_t {
+  kFrags, kDeaths, kSuicides, kFlagGrabs, kFCDefends, kFlagCaptures, kFlagDefends,
+  kBaseDefends, kFCKills, kSentryKills, kFirstWeapon
+};
+inline constexpr std::size_t kCountKinds = static_cast<std::size_t>(CountKind::kFirstWeapon) + kWeaponCount;
+inline CountKind WeaponCount(Weapon w) {
+  return static_cast<CountKind>(static_cast<std::size_t>(CountKind::kFirstWeapon) + Index(w));
+}
+// "frags", "deaths", ... "sentry_kills", then the weapons' method names.
+std::string CountName(CountKind kind);
+// The slot's value of that count in the tally table.
+Count CountOf(const PlayerTally& slot, CountKind kind);
+
+// The places of the events behind one count of one slot, in event order.
+// (Empty places when the run kept none; their number is the count either way.)
+SourceLines LinesOf(const RunRecord& run, std::size_t slot, CountKind kind);
+// How many events lie behind that count: LinesOf's size, without the places.
+Count EventsBehind(const RunRecord& run, std::size_t slot, CountKind kind);
+
+struct KillCount {
+  std::string killer, victim;
+  Count kills = 0;
+};
+// Killer x victim over every recognised kill, teamed or not; suicides are
+// not kills of anybody and are left out. Ordered by killer, then victim,
+// each in order of first appearance.
+std::vector<KillCount> KillMatrix(const RunRecord& run);
+
+}  // namespace vantor
