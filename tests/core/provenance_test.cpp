@@ -19,29 +19,40 @@ namespace {
 
 using Kind = TeamReason::Kind;
 
-// The log as written, line by line, numbered from 1 (lines end in CR LF).
-std::vector<std::string> WriteLog(const std::string& path, const std::vector<std::string>& lines) {
+// The log of lines, each coloured and ended by CR LF: line n of the file
+// is lines[n - 1].
+std::string LogOf(const std::vector<std::string>& lines) {
   std::string bytes;
   for (const std::string& line : lines) bytes += "^7" + line + "\r\n";
-  WriteBytes(path, bytes);
-  return lines;
+  return bytes;
 }
+
+// A log in a scratch directory, imported with places kept, up to the teams.
+struct Analysis {
+  ScratchDir dir;
+  FakeHost host;
+  Form1 form{host};
+
+  explicit Analysis(const std::string& bytes, int passes) {
+    host.program_dir = dir.path();
+    host.chosen_log = dir / "game.log";
+    WriteBytes(host.chosen_log, bytes);
+    form.KeepProvenance(true);
+    form.LoadFile();
+    form.ResetTeamColours();
+    form.KillCheck();
+    form.GetIndividualPlayers();
+    form.SplitByColor();
+    for (int pass = 0; pass < passes; ++pass) form.subCheckTeam();
+  }
+};
 
 void ExpectEveryCountExplained(const EventLogOptions& options, bool member_in_both) {
   SCOPED_TRACE("seed " + std::to_string(options.seed));
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path();
-  host.chosen_log = dir / "game.log";
-  const std::vector<std::string> lines = WriteLog(host.chosen_log, GenerateEventLines(options));
-  Form1 form(host);
-  form.KeepProvenance(true);
-  form.LoadFile();
-  form.ResetTeamColours();
-  form.KillCheck();
-  form.GetIndividualPlayers();
-  form.SplitByColor();
-  for (int pass = 0; pass < 3; ++pass) form.subCheckTeam();
+  const std::vector<std::string> lines = GenerateEventLines(options);
+  Analysis analysis(LogOf(lines), 3);
+  Form1& form = analysis.form;
+  const FakeHost& host = analysis.host;
   // A name in both teams cannot come out of team assignment on its own; it
   // is made here (its made-up reason is not checked), to check the counts of
   // a second slot.
@@ -115,21 +126,12 @@ TEST(Provenance, EveryCountHasExactlyItsLinesAndEveryTeamItsReason) {
 }
 
 TEST(Provenance, KillMatrixCountsEveryKillButNoSuicide) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path();
-  host.chosen_log = dir / "game.log";
-  WriteBytes(host.chosen_log,
-             "^7Bravo was railed by Alpha\r\n^7Alpha cratered.\r\n^7Charlie was railed by Alpha\r\n"
-             "^7Bravo was knifed by Alpha\r\n^7Alpha was sniped by Bravo\r\n"
-             "^7Bravo committed suicide while plagued by Charlie\r\n^7Delta cratered.\r\n");
-  Form1 form(host);
-  form.KeepProvenance(true);
-  form.LoadFile();
-  form.ResetTeamColours();
-  form.KillCheck();
-  form.GetIndividualPlayers();
-  form.SplitByColor();
+  Analysis analysis(
+      "^7Bravo was railed by Alpha\r\n^7Alpha cratered.\r\n^7Charlie was railed by Alpha\r\n"
+      "^7Bravo was knifed by Alpha\r\n^7Alpha was sniped by Bravo\r\n"
+      "^7Bravo committed suicide while plagued by Charlie\r\n^7Delta cratered.\r\n",
+      0);
+  Form1& form = analysis.form;
   form.GetIndivStats();
   const std::vector<KillCount> matrix = KillMatrix(*form.LastRun());
   std::ostringstream cells;
