@@ -10,6 +10,8 @@ namespace {
 std::optional<std::string>* ValueOption(CliOptions& o, std::string_view name) {
   if (name == "--output-dir") return &o.output_dir;
   if (name == "--side-dir") return &o.side_dir;
+  if (name == "--json") return &o.json;
+  if (name == "--csv") return &o.csv;
   return nullptr;
 }
 
@@ -17,6 +19,7 @@ bool* FlagOption(CliOptions& o, std::string_view name) {
   if (name == "--table") return &o.table;
   if (name == "--open") return &o.open;
   if (name == "--quiet") return &o.quiet;
+  if (name == "--unknown-summary") return &o.unknown_summary;
   if (name == "--help") return &o.help;
   if (name == "--version") return &o.version;
   return nullptr;

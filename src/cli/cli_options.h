@@ -1,6 +1,7 @@
 #pragma once
 // The command line of vantor-cli:
-//   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet] LOG [LOG ...]
+//   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]
+//              [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]
 
 #include <optional>
 #include <string>
@@ -11,6 +12,9 @@ namespace vantor {
 struct CliOptions {
   std::optional<std::string> output_dir;  // the "OutputDir" setting; empty without it
   std::optional<std::string> side_dir;    // where the side files go
+  std::optional<std::string> json;        // export file, JSON
+  std::optional<std::string> csv;         // export file, CSV
+  bool unknown_summary = false;
   bool table = false;
   bool open = false;
   bool quiet = false;  // only errors on stderr: no progress, no notices

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,13 +13,16 @@
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
 #include "analysis/side_file_directory.h"
+#include "analysis/text_file.h"
+#include "report/statistics_export.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet] LOG [LOG ...]\n";
+    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
+    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
 
 constexpr const char* kHelp =
     "Analyse team capture-the-flag console logs into per-player statistics and\n"
@@ -34,6 +38,10 @@ constexpr const char* kHelp =
     "  --table           print the statistics table, tab-separated, to stdout\n"
     "  --open            open the report with the desktop's default program\n"
     "  --quiet           print nothing on stderr but errors (no progress bar)\n"
+    "  --json FILE       also write every member's counts, weapons and team\n"
+    "                    explanation, the kill matrix and more as JSON\n"
+    "  --csv FILE        also write one row per member as CSV (UTF-8)\n"
+    "  --unknown-summary print the most frequent shapes of unrecognised lines\n"
     "  --help            show this help and exit\n"
     "  --version         show the version and exit\n"
     "\n"
@@ -62,11 +70,38 @@ std::string SideDirectory(const vantor::CliOptions& options) {
   return side.path;
 }
 
+// Writes a file through a temporary one renamed into place; a failure is
+// reported like any other write failure.
+void WriteFile(const std::string& path, const std::string& bytes, vantor::CliHost& host) {
+  vantor::TextFileWriter file(path);
+  file.WriteRaw(bytes);
+  const vantor::IoResult result = file.Commit();
+  if (!result.ok) host.ShowMessage(result.message, vantor::MessageIcon::kCritical);
+}
+
+void WriteExports(const vantor::CliOptions& options, const vantor::RunRecord& run, vantor::CliHost& host) {
+  if (options.json) {
+    std::ostringstream json;
+    vantor::WriteJsonExport(json, run);
+    WriteFile(*options.json, json.str(), host);
+  }
+  if (options.csv) {
+    std::ostringstream csv;
+    vantor::WriteCsvExport(csv, run);
+    WriteFile(*options.csv, csv.str(), host);
+  }
+  if (options.unknown_summary) {
+    std::cout << "Unrecognised lines, most frequent shapes first (count, shape):\n";
+    for (const std::string& line : vantor::UnknownLineShapes(run, 20)) std::cout << line << "\n";
+  }
+}
+
 int Run(const vantor::CliOptions& options) {
   const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
   vantor::CliHost host(options.output_dir.value_or(""), SideDirectory(options), options.open, std::cerr,
                        show_progress);
   vantor::Form1 form(host);
+  form.KeepProvenance(options.json || options.csv || options.unknown_summary);
   const bool several = options.logs.size() > 1;
   host.SetAppend(several);
   for (const std::string& log : options.logs) {
@@ -81,6 +116,7 @@ int Run(const vantor::CliOptions& options) {
     vantor::OpenRun(form);
   }
   if (options.table) vantor::PrintStatisticsTable(std::cout, host.FilledTable());
+  if (const vantor::RunRecord* run = form.LastRun()) WriteExports(options, *run, host);
   std::cout.flush();
   return host.ShowedMessage() ? 1 : 0;
 }

@@ -1,0 +1,130 @@
+#include "report/statistics_export.h"
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+#include "analysis/text_ops.h"
+#include "report/windows1252.h"
+#include "stats/provenance.h"
+
+namespace vantor {
+
+namespace {
+
+std::string JsonString(std::string_view bytes) {
+  std::string out = "\"";
+  for (const char c : Cp1252ToUtf8(bytes)) {
+    if (c == '"' || c == '\\') {
+      out += '\\';
+      out += c;
+    } else if (static_cast<unsigned char>(c) < 0x20) {
+      static const char* const kHex = "0123456789abcdef";
+      out += "\\u00";
+      out += kHex[(c >> 4) & 0xF];
+      out += kHex[c & 0xF];
+    } else {
+      out += c;
+    }
+  }
+  return out + "\"";
+}
+
+constexpr const char* kReasonKinds[] = {"flag_event", "propagated", "no_deciding_event",
+                                        "opponent_without_team", "only_suicides"};
+
+std::string JsonReason(const TeamReason& r) {
+  std::ostringstream out;
+  out << "{\"kind\": \"" << kReasonKinds[static_cast<int>(r.kind)] << "\"";
+  if (!r.team.empty()) out << ", \"team\": " << JsonString(r.team);
+  if (r.kind == TeamReason::Kind::kFlagEvent) out << ", \"flag_kind\": " << JsonString(r.flag_kind);
+  if (r.kind == TeamReason::Kind::kPropagated) out << ", \"pass\": " << r.pass;
+  if (r.kind == TeamReason::Kind::kPropagated || r.kind == TeamReason::Kind::kOpponentWithoutTeam) {
+    out << ", \"other\": " << JsonString(r.other) << ", \"as_killer\": " << (r.as_killer ? "true" : "false");
+  }
+  if (r.line) out << ", \"log\": " << r.line->file << ", \"line\": " << r.line->line;
+  out << "}";
+  return out.str();
+}
+
+void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
+  const PlayerTally& t = run.members[slot];
+  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonString(t.strPlayerName)
+      << ", \"team\": \"" << run.TeamOf(slot) << "\",\n     \"counts\": {";
+  for (std::size_t k = 0; k < static_cast<std::size_t>(CountKind::kFirstWeapon); ++k) {
+    out << (k ? ", " : "") << "\"" << CountName(static_cast<CountKind>(k)) << "\": " << CountOf(t, static_cast<CountKind>(k));
+  }
+  out << "},\n     \"weapons\": {";
+  for (std::size_t w = 0; w < kWeaponCount; ++w) {
+    out << (w ? ", " : "") << JsonString(kWeaponTable[w].method_name) << ": " << t.weapons[w];
+  }
+  out << "},\n     \"team_reason\": "
+      << (slot < run.slot_reasons.size() ? JsonReason(run.slot_reasons[slot]) : "null") << "}";
+}
+
+// A CSV field, quoted when it holds a comma, a quote or a line end.
+std::string CsvField(std::string_view bytes) {
+  std::string text = Cp1252ToUtf8(bytes);
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  return "\"" + ReplaceAll(text, "\"", "\"\"") + "\"";
+}
+
+}  // namespace
+
+void WriteJsonExport(std::ostream& out, const RunRecord& run) {
+  out << "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": " << kJsonExportVersion
+      << ",\n  \"logs\": [";
+  for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(run.files[i]);
+  out << "],\n  \"unknown_lines\": " << run.events.unknown.size() << ",\n  \"members\": [\n";
+  for (std::size_t s = 0; s < run.members.size(); ++s) {
+    WriteMember(out, run, s);
+    out << (s + 1 < run.members.size() ? ",\n" : "\n");
+  }
+  out << "  ],\n  \"non_members\": [";
+  for (std::size_t i = 0; i < run.non_members.size(); ++i) {
+    out << (i ? "," : "") << "\n    {\"name\": " << JsonString(run.non_members[i].name)
+        << ", \"team_reason\": " << JsonReason(run.non_members[i].reason) << "}";
+  }
+  out << (run.non_members.empty() ? "" : "\n  ") << "],\n  \"kill_matrix\": [";
+  const std::vector<KillCount> matrix = KillMatrix(run);
+  for (std::size_t i = 0; i < matrix.size(); ++i) {
+    out << (i ? "," : "") << "\n    {\"killer\": " << JsonString(matrix[i].killer)
+        << ", \"victim\": " << JsonString(matrix[i].victim) << ", \"kills\": " << matrix[i].kills << "}";
+  }
+  out << (matrix.empty() ? "" : "\n  ") << "]\n}\n";
+}
+
+void WriteCsvExport(std::ostream& out, const RunRecord& run) {
+  out << "slot,name,team";
+  for (std::size_t k = 0; k < kCountKinds; ++k) out << "," << CsvField(CountName(static_cast<CountKind>(k)));
+  out << "\r\n";
+  for (std::size_t s = 0; s < run.members.size(); ++s) {
+    out << s + 1 << "," << CsvField(run.members[s].strPlayerName) << "," << run.TeamOf(s);
+    for (std::size_t k = 0; k < kCountKinds; ++k) out << "," << CountOf(run.members[s], static_cast<CountKind>(k));
+    out << "\r\n";
+  }
+}
+
+std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t limit) {
+  std::vector<std::string> names;
+  for (const PlayerTally& t : run.members) names.push_back(t.strPlayerName);
+  for (const RunRecord::NonMember& m : run.non_members) names.push_back(m.name);
+  std::erase_if(names, [](const std::string& n) { return n.size() < 3; });
+  std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+  std::map<std::string, std::size_t> counts;
+  for (TextId line : run.events.unknown) {
+    std::string shape = run.Text(line);
+    for (const std::string& name : names) shape = ReplaceAll(shape, name, "<player>");
+    ++counts[shape];
+  }
+  std::vector<std::pair<std::size_t, std::string>> ranked;
+  for (auto& [shape, n] : counts) ranked.emplace_back(n, shape);
+  std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < ranked.size() && i < limit; ++i) {
+    lines.push_back(std::to_string(ranked[i].first) + "\t" + ranked[i].second);
+  }
+  return lines;
+}
+
+}  // namespace vantor
