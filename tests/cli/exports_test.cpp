@@ -69,15 +69,21 @@ TEST(Exports, ReportSideFilesAndTableAreTheSameWithAndWithoutThem) {
   EXPECT_EQ(valid.out, "10 True " + std::to_string(unknown_rows) + "\n");
 }
 
+// Analyses log (as game.log in dir) with one export option writing to file.
+void ExportOf(const ScratchDir& dir, const std::string& log, const std::string& option, const std::string& file) {
+  WriteBytes(dir / "game.log", log);
+  const Outcome o =
+      RunProgram(VANTOR_CLI, {"--side-dir", dir.path(), "--output-dir", dir.path(), option, dir / file, dir / "game.log"});
+  ASSERT_EQ(o.status, 0) << o.err;
+  ASSERT_EQ(o.err, "");
+}
+
 TEST(Exports, JsonOfASmallRunIsExact) {
   ScratchDir dir;
-  WriteBytes(dir / "game.log",
-             "^7Ren\xe9 got the BLUE flag!\r\n^7Bravo was railed by Ren\xe9\r\n^7Bravo cratered.\r\n"
-             "^7Zed cratered.\r\n");
-  const Outcome o = RunProgram(VANTOR_CLI, {"--side-dir", dir.path(), "--output-dir", dir.path(), "--json",
-                                            dir / "run.json", dir / "game.log"});
-  ASSERT_EQ(o.status, 0) << o.err;
-  std::string zero_weapons;
+  ExportOf(dir,
+           "^7Ren\xe9 got the BLUE flag!\r\n^7Bravo was railed by Ren\xe9\r\n^7Bravo cratered.\r\n"
+           "^7Zed cratered.\r\n",
+           "--json", "run.json");
   const std::string json = ReadBytes(dir / "run.json");
   const std::string expected_start =
       "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": 1,\n  \"logs\": [\"" + (dir / "game.log") +
@@ -101,12 +107,10 @@ TEST(Exports, JsonOfASmallRunIsExact) {
 
 TEST(Exports, CsvRoundTripsNamesWithCommasQuotesAndHighBytes) {
   ScratchDir dir;
-  WriteBytes(dir / "game.log",
-             "^7Al,pha got the BLUE flag!\r\n^7\"Q\"uote got the RED flag!\r\n^7Ren\xe9\x80 got the RED flag!\r\n"
-             "^7\"Q\"uote was railed by Al,pha\r\n^7Ren\xe9\x80 was railed by Al,pha\r\n");
-  const Outcome o = RunProgram(VANTOR_CLI, {"--side-dir", dir.path(), "--output-dir", dir.path(), "--csv",
-                                            dir / "run.csv", dir / "game.log"});
-  ASSERT_EQ(o.status, 0) << o.err;
+  ExportOf(dir,
+           "^7Al,pha got the BLUE flag!\r\n^7\"Q\"uote got the RED flag!\r\n^7Ren\xe9\x80 got the RED flag!\r\n"
+           "^7\"Q\"uote was railed by Al,pha\r\n^7Ren\xe9\x80 was railed by Al,pha\r\n",
+           "--csv", "run.csv");
   const std::string csv = ReadBytes(dir / "run.csv");
   EXPECT_EQ(csv.substr(0, 37), "slot,name,team,frags,deaths,suicides,");
   const Outcome read = Python(
