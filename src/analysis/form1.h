@@ -52,6 +52,7 @@ class Form1 {
   // What the last GetIndivStats counted, with the why of every count and
   // every team; none before the first, or without provenance.
   const RunRecord* LastRun() const { return last_run_.get(); }
+  std::shared_ptr<const RunRecord> SharedLastRun() const { return last_run_; }
 
   // How each member got its team, parallel to List8 and List9.
   std::vector<TeamReason> List8Reasons, List9Reasons;

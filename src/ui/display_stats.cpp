@@ -19,6 +19,7 @@
 #include "ui/command_lock.h"
 #include "ui/desktop.h"
 #include "ui/frm_options.h"
+#include "ui/player_details.h"
 #include "ui/gui_host.h"
 #include "ui/settings.h"
 
@@ -159,6 +160,11 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
   lstFlagGrabs->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   lstSentKill->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   LinkStatisticsLists(Lists());
+  for (QListWidget* list : {lstName, lstFrags, lstDeaths, lstSuicides, lstFlagGrabs, lstFCDefends, lstFlagCaptures,
+                            lstFlagDefends, lstBaseDefends, lstFCKills, lstSentKill}) {
+    connect(list, &QListWidget::itemDoubleClicked, this,
+            [this, list](QListWidgetItem* item) { ShowPlayerDetails(list->row(item)); });
+  }
 }
 
 void DisplayStats::CreateAboutLabels(QGridLayout& grid) {
@@ -194,6 +200,22 @@ void DisplayStats::CreateForm1() {
       desktop_, HostControls{this, &cmnFile, mnuAppend, prgProgress, cmdProcess});
   host_->OnStatisticsFilled([this] { ShowStatistics(); });
   form1_ = std::make_unique<Form1>(*host_);
+  // The details window explains every number, so the run keeps the places.
+  form1_->KeepProvenance(true);
+}
+
+void DisplayStats::ShowPlayerDetails(int row) {
+  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->SharedLastRun() : nullptr;
+  if (!run || lstName->count() == 0) return;
+  // Rows: the Blue members, Blue's totals, the blank row, the Red members, Red's totals.
+  const auto blue = static_cast<int>(run->blue_count);
+  const int red = static_cast<int>(run->members.size()) - blue;
+  int slot = -1;
+  if (row >= 0 && row < blue) slot = row;
+  if (row >= blue + 2 && row < blue + 2 + red) slot = row - 2;
+  if (slot < 0) return;
+  auto* details = new PlayerDetails(run, static_cast<std::size_t>(slot), this);
+  details->show();
 }
 
 void DisplayStats::closeEvent(QCloseEvent* event) {

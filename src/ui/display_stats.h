@@ -58,6 +58,8 @@ class DisplayStats : public QMainWindow {
   QString InitialLogDirectory() const;
   StatisticsLists Lists() const;
   void ShowStatistics();
+  // Double-click on a member's row: that slot's details window.
+  void ShowPlayerDetails(int row);
 
   Desktop& desktop_;
   FileOpenDialog cmnFile;

@@ -1,5 +1,5 @@
 // Pictures of the real windows for the documentation: the main window after
-// File > Open on a log, and the Options dialog.
+// File > Open on a log, a player's details, and the Options dialog.
 //
 //   vantor_screenshots LOG OUTPUT_DIR
 //
@@ -12,6 +12,8 @@
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QListWidget>
+#include <QTableWidget>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -36,6 +38,27 @@ void Trigger(QWidget& window, const char* item) {
   QApplication::processEvents();
 }
 
+QWidget* TopLevel(const char* name) {
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    if (top->objectName() == name && top->isVisible()) return top;
+  }
+  return nullptr;
+}
+
+// The details of the first member, as a double-click on its row opens them,
+// with its frags selected to show their log lines.
+bool SavePlayerDetails(QWidget& window, const QString& path) {
+  auto* names = window.findChild<QListWidget*>("lstName");
+  if (names == nullptr || names->count() == 0) return false;
+  emit names->itemDoubleClicked(names->item(0));
+  QWidget* details = TopLevel("PlayerDetails");
+  if (details == nullptr) return false;
+  details->findChild<QTableWidget*>("counts")->selectRow(0);
+  const bool saved = Save(*details, path);
+  details->close();
+  return saved;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -51,15 +74,13 @@ int main(int argc, char** argv) {
   window.show();
   Trigger(window, "mnuOpen");
   bool saved = Save(window, out.filePath("main-window.png"));
+  saved = SavePlayerDetails(window, out.filePath("player-details.png")) && saved;
 
   vantor::WriteSetting(vantor::kInputDirSetting, QFileInfo(log).absolutePath());
   vantor::WriteSetting(vantor::kOutputDirSetting, QDir::home().filePath("Vantor reports"));
   Trigger(window, "mnuOptions");
   // The Options dialog is a window of its own, not a child of the main one.
-  QWidget* options = nullptr;
-  for (QWidget* top : QApplication::topLevelWidgets()) {
-    if (top->objectName() == "frmOptions") options = top;
-  }
+  QWidget* options = TopLevel("frmOptions");
   saved = options && Save(*options, out.filePath("options.png")) && saved;
   return saved ? 0 : 1;
 }
