@@ -7,6 +7,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <map>
 
 #include "report/class_tables.h"
 #include "stats/provenance.h"
@@ -100,14 +101,23 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   counts_->setSelectionMode(QAbstractItemView::SingleSelection);
   counts_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   counts_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+  kills_ = new QTableWidget(0, 3);
+  kills_->setObjectName("killMatrix");
+  kills_->setHorizontalHeaderLabels({"Player", "Killed by this player", "Killed this player"});
+  kills_->verticalHeader()->hide();
+  kills_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  kills_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   lines_ = new QListWidget;
   lines_->setObjectName("sourceLines");
   for (QWidget* w : {static_cast<QWidget*>(team_), static_cast<QWidget*>(rivals_), static_cast<QWidget*>(counts_)}) {
     layout->addWidget(w);
   }
+  layout->addWidget(new QLabel("Kills between this player and each other player:"));
+  layout->addWidget(kills_);
   layout->addWidget(new QLabel("Log lines behind the selected count:"));
   layout->addWidget(lines_);
   FillCounts();
+  FillKillMatrix();
   connect(counts_, &QTableWidget::itemSelectionChanged, this, &PlayerDetails::ShowLinesOfSelectedCount);
   resize(420, 640);
 }
@@ -129,6 +139,26 @@ void PlayerDetails::FillCounts() {
   for (std::size_t w = 0; w < kWeaponCount; ++w) {
     if (shown[w]) continue;
     AddCountRow(QString::fromLatin1(kWeaponTable[w].method_name.data()), static_cast<std::size_t>(WeaponCount(static_cast<Weapon>(w))), t.weapons[w]);
+  }
+}
+
+void PlayerDetails::FillKillMatrix() {
+  const std::string& name = run_->members[slot_].strPlayerName;
+  std::vector<std::string> others;  // in the matrix's order
+  std::map<std::string, std::pair<Count, Count>> kills;  // other: (killed by the player, killed the player)
+  for (const KillCount& cell : KillMatrix(*run_)) {
+    const bool row = cell.killer == name, column = cell.victim == name;
+    if (!row && !column) continue;
+    const std::string& other = row ? cell.victim : cell.killer;
+    if (kills.find(other) == kills.end()) others.push_back(other);
+    (row ? kills[other].first : kills[other].second) += cell.kills;
+  }
+  for (const std::string& other : others) {
+    const int r = kills_->rowCount();
+    kills_->insertRow(r);
+    kills_->setItem(r, 0, new QTableWidgetItem(FromLog(other)));
+    kills_->setItem(r, 1, new QTableWidgetItem(QString::number(kills[other].first)));
+    kills_->setItem(r, 2, new QTableWidgetItem(QString::number(kills[other].second)));
   }
 }
 

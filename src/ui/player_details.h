@@ -23,6 +23,7 @@ class PlayerDetails : public QWidget {
 
  private:
   void FillCounts();
+  void FillKillMatrix();
   void AddCountRow(const QString& label, std::size_t count_kind, Count value);
   void AddGroupRow(const QString& heading);
   void ShowLinesOfSelectedCount();
@@ -32,6 +33,7 @@ class PlayerDetails : public QWidget {
   QTableWidget* counts_;
   QLabel* team_;
   QLabel* rivals_;
+  QTableWidget* kills_;  // the player's row and column of the kill matrix
   QListWidget* lines_;
 };
 

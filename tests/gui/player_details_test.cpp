@@ -51,6 +51,16 @@ class PlayerDetailsTest : public QObject {
     }
     return rows;
   }
+  static QStringList Cells(QWidget* details, const char* table_name) {
+    auto* table = details->findChild<QTableWidget*>(table_name);
+    QStringList rows;
+    for (int r = 0; r < table->rowCount(); ++r) {
+      QStringList cells;
+      for (int c = 0; c < table->columnCount(); ++c) cells << table->item(r, c)->text();
+      rows << cells.join('|');
+    }
+    return rows;
+  }
   static QStringList LinesOf(QWidget* details, const QString& count) {
     auto* table = details->findChild<QTableWidget*>("counts");
     for (int r = 0; r < table->rowCount(); ++r) {
@@ -95,6 +105,7 @@ class PlayerDetailsTest : public QObject {
              QString("Blue: seeded by a Flag Grab event (worked.log, line 1)."));
     QCOMPARE(details->findChild<QLabel*>("rivals")->text(),
              QString("Killed most: Charlie (1). Killed most by: Bravo (1)."));  // a tie goes to the first met
+    QCOMPARE(Cells(details, "killMatrix"), QStringList({"Charlie|1|0", "Bravo|1|1"}));
     QCOMPARE(LinesOf(details, "Frags"), QStringList({"worked.log, line 4", "worked.log, line 7"}));
     QCOMPARE(LinesOf(details, "Railgun"), QStringList({"worked.log, line 4", "worked.log, line 7"}));
     QCOMPARE(LinesOf(details, "Deaths"), QStringList({"worked.log, line 6"}));
