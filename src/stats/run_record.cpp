@@ -22,14 +22,14 @@ namespace {
 // Why a roster player stands in neither team.
 TeamReason NonMemberReason(const EventIndex& events, std::string_view name, const SourceLines& kill_sources) {
   const auto id = events.Find(name);
-  if (!id) return {TeamReason::Kind::kNoDecidingEvent};
+  if (!id) return TeamReason::Because(TeamReason::Kind::kNoDecidingEvent);
   const EventIndex::PlayerEvents& player = events.Player(*id);
   if (!player.first_opponent) {
-    return {player.suicides > 0 && player.frags == 0 && player.deaths == player.suicides
-                ? TeamReason::Kind::kOnlySuicides
-                : TeamReason::Kind::kNoDecidingEvent};
+    return TeamReason::Because(player.suicides > 0 && player.frags == 0 && player.deaths == player.suicides
+                                   ? TeamReason::Kind::kOnlySuicides
+                                   : TeamReason::Kind::kNoDecidingEvent);
   }
-  TeamReason reason{TeamReason::Kind::kOpponentWithoutTeam};
+  TeamReason reason = TeamReason::Because(TeamReason::Kind::kOpponentWithoutTeam);
   reason.other = events.Name(*player.first_opponent);
   reason.as_killer = player.first_as_killer;
   reason.row = player.first_row;

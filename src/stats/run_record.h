@@ -31,6 +31,13 @@ struct TeamReason {
   bool as_killer = false; // kPropagated, kOpponentWithoutTeam: the player was the killer
   std::optional<std::size_t> row;  // the deciding event's row (List5, or List2..4)
   std::optional<SourceLine> line;  // its log line, when places were kept
+
+  static TeamReason Because(Kind kind, std::string team = {}) {
+    TeamReason reason;
+    reason.kind = kind;
+    reason.team = std::move(team);
+    return reason;
+  }
 };
 
 // The event lists as the tallies counted them (before the counted events

@@ -30,7 +30,7 @@ std::optional<SourceLine> SourceAt(const SourceLines& sources, std::size_t row) 
 // The flag event that seeded a player's team: that of the last kind asked
 // for that credited a coloured event, as the colour left behind is its.
 TeamReason SeedReason(const FlagCredit& flags, const SourceLines& flag_sources, std::string_view team) {
-  TeamReason reason{TeamReason::Kind::kFlagEvent, std::string(team)};
+  TeamReason reason = TeamReason::Because(TeamReason::Kind::kFlagEvent, std::string(team));
   for (std::size_t k = 0; k < kFlagKindCount; ++k) {
     if (flags.colours[k].empty()) continue;
     reason.flag_kind = std::string(kFlagKindNames[k]);

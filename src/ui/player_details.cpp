@@ -119,7 +119,7 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   FillCounts();
   FillKillMatrix();
   connect(counts_, &QTableWidget::itemSelectionChanged, this, &PlayerDetails::ShowLinesOfSelectedCount);
-  resize(420, 640);
+  resize(460, 780);
 }
 
 void PlayerDetails::FillCounts() {
