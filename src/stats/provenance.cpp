@@ -1,6 +1,7 @@
 #include "stats/provenance.h"
 
 #include <map>
+#include <optional>
 #include <unordered_map>
 
 #include "analysis/text_ops.h"
@@ -21,38 +22,61 @@ constexpr std::array<FlagKind, 6> kFlagCounts = {FlagKind::FlagGrab,    FlagKind
 
 std::size_t Raw(CountKind kind) { return static_cast<std::size_t>(kind); }
 
-// Calls take(row) for every event row of the kind behind the count.
+// The weapon of a weapon count; none for the other counts.
+std::optional<std::string_view> WeaponOf(CountKind kind) {
+  const std::size_t k = Raw(kind);
+  if (k < Raw(CountKind::kFirstWeapon)) return std::nullopt;
+  return kWeaponTable[k - Raw(CountKind::kFirstWeapon)].method_name;
+}
+
+// Frags and weapon kills: the rows with the name as killer (and the
+// weapon's method). A second slot's weapon kills were consumed by the first.
+template <typename Take>
+void KillsBehind(const RunRecord& run, const std::string& name, bool first_slot, CountKind kind, Take take) {
+  const std::optional<std::string_view> weapon = WeaponOf(kind);
+  if (weapon && !first_slot) return;
+  const CountedEvents& e = run.events;
+  for (std::size_t m = 0; m < e.killer.size(); ++m) {
+    if (run.Text(e.killer[m]) == name && (!weapon || run.Text(e.method[m]) == *weapon)) take(m);
+  }
+}
+
+// Deaths and suicides: the rows with the name as victim. A second slot has
+// its suicides consumed: no suicides, and deaths without them.
+template <typename Take>
+void DeathsBehind(const RunRecord& run, const std::string& name, bool first_slot, CountKind kind, Take take) {
+  if (kind == CountKind::kSuicides && !first_slot) return;
+  const CountedEvents& e = run.events;
+  for (std::size_t m = 0; m < e.victim.size(); ++m) {
+    if (run.Text(e.victim[m]) != name) continue;
+    const bool suicide = run.Text(e.method[m]) == kSuicideMethod;
+    if (kind == CountKind::kSuicides ? suicide : first_slot || !suicide) take(m);
+  }
+}
+
+// Flag counts: the flag rows whose player text contains the name (so Al is
+// credited with Alice's events too) and whose action is of the kind.
+template <typename Take>
+void FlagEventsBehind(const RunRecord& run, const std::string& name, CountKind kind, Take take) {
+  const std::string_view flag_kind = kFlagKindNames[Index(kFlagCounts[Raw(kind) - Raw(CountKind::kFlagGrabs)])];
+  const CountedEvents& e = run.events;
+  for (std::size_t j = 0; j < e.flag_text.size(); ++j) {
+    if (Contains(run.Text(e.flag_text[j]), name) && Contains(run.Text(e.flag_action[j]), flag_kind)) take(j);
+  }
+}
+
+// Calls take(row) for every event row behind the count, in event order.
 template <typename Take>
 void ForEachEventBehind(const RunRecord& run, std::size_t slot, CountKind kind, Take take) {
-  const CountedEvents& e = run.events;
   const std::string& name = run.members[slot].strPlayerName;
-  const bool first = run.FirstSlotOf(slot);
-  const auto is_suicide = [&](std::size_t m) { return run.Text(e.method[m]) == kSuicideMethod; };
-  const std::size_t k = Raw(kind);
-  if (kind == CountKind::kFrags || k >= Raw(CountKind::kFirstWeapon)) {
-    const auto weapon = k >= Raw(CountKind::kFirstWeapon) ? std::optional(kWeaponTable[k - Raw(CountKind::kFirstWeapon)].method_name)
-                                                          : std::nullopt;
-    if (weapon && !first) return;  // a second slot's weapon kills were consumed by the first
-    for (std::size_t m = 0; m < e.killer.size(); ++m) {
-      if (run.Text(e.killer[m]) == name && (!weapon || run.Text(e.method[m]) == *weapon)) take(m);
-    }
-  } else if (kind == CountKind::kDeaths || kind == CountKind::kSuicides) {
-    if (kind == CountKind::kSuicides && !first) return;
-    for (std::size_t m = 0; m < e.victim.size(); ++m) {
-      if (run.Text(e.victim[m]) != name) continue;
-      const bool counted = kind == CountKind::kSuicides ? is_suicide(m) : first || !is_suicide(m);
-      if (counted) take(m);
-    }
-  } else if (kind == CountKind::kSentryKills) {
-    for (std::size_t m = 0; m < e.destroyer.size(); ++m) {
-      if (run.Text(e.destroyer[m]) == name) take(m);
-    }
-  } else {
-    const std::string_view flag_kind = kFlagKindNames[Index(kFlagCounts[k - Raw(CountKind::kFlagGrabs)])];
-    for (std::size_t j = 0; j < e.flag_text.size(); ++j) {
-      // Flag events are credited to every name their player text contains.
-      if (Contains(run.Text(e.flag_text[j]), name) && Contains(run.Text(e.flag_action[j]), flag_kind)) take(j);
-    }
+  const bool first_slot = run.FirstSlotOf(slot);
+  if (kind == CountKind::kFrags || WeaponOf(kind)) return KillsBehind(run, name, first_slot, kind, take);
+  if (kind == CountKind::kDeaths || kind == CountKind::kSuicides) {
+    return DeathsBehind(run, name, first_slot, kind, take);
+  }
+  if (kind != CountKind::kSentryKills) return FlagEventsBehind(run, name, kind, take);
+  for (std::size_t m = 0; m < run.events.destroyer.size(); ++m) {
+    if (run.Text(run.events.destroyer[m]) == name) take(m);
   }
 }
 

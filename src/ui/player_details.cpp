@@ -109,9 +109,9 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   kills_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   lines_ = new QListWidget;
   lines_->setObjectName("sourceLines");
-  for (QWidget* w : {static_cast<QWidget*>(team_), static_cast<QWidget*>(rivals_), static_cast<QWidget*>(counts_)}) {
-    layout->addWidget(w);
-  }
+  layout->addWidget(team_);
+  layout->addWidget(rivals_);
+  layout->addWidget(counts_);
   layout->addWidget(new QLabel("Kills between this player and each other player:"));
   layout->addWidget(kills_);
   layout->addWidget(new QLabel("Log lines behind the selected count:"));
