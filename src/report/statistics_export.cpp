@@ -12,9 +12,10 @@ namespace vantor {
 
 namespace {
 
-std::string JsonString(std::string_view bytes) {
+// A JSON string of UTF-8 text.
+std::string JsonString(std::string_view utf8) {
   std::string out = "\"";
-  for (const char c : Cp1252ToUtf8(bytes)) {
+  for (const char c : utf8) {
     if (c == '"' || c == '\\') {
       out += '\\';
       out += c;
@@ -30,6 +31,9 @@ std::string JsonString(std::string_view bytes) {
   return out + "\"";
 }
 
+// A JSON string of a name or other text from a log (Windows-1252).
+std::string JsonText(std::string_view log_bytes) { return JsonString(Cp1252ToUtf8(log_bytes)); }
+
 constexpr const char* kReasonKinds[] = {"flag_event", "propagated", "no_deciding_event",
                                         "opponent_without_team", "only_suicides"};
 
@@ -40,7 +44,7 @@ std::string JsonReason(const TeamReason& r) {
   if (r.kind == TeamReason::Kind::kFlagEvent) out << ", \"flag_kind\": " << JsonString(r.flag_kind);
   if (r.kind == TeamReason::Kind::kPropagated) out << ", \"pass\": " << r.pass;
   if (r.kind == TeamReason::Kind::kPropagated || r.kind == TeamReason::Kind::kOpponentWithoutTeam) {
-    out << ", \"other\": " << JsonString(r.other) << ", \"as_killer\": " << (r.as_killer ? "true" : "false");
+    out << ", \"other\": " << JsonText(r.other) << ", \"as_killer\": " << (r.as_killer ? "true" : "false");
   }
   if (r.line) out << ", \"log\": " << r.line->file << ", \"line\": " << r.line->line;
   out << "}";
@@ -49,7 +53,7 @@ std::string JsonReason(const TeamReason& r) {
 
 void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
   const PlayerTally& t = run.members[slot];
-  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonString(t.strPlayerName)
+  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonText(t.strPlayerName)
       << ", \"team\": \"" << run.TeamOf(slot) << "\",\n     \"counts\": {";
   for (std::size_t k = 0; k < static_cast<std::size_t>(CountKind::kFirstWeapon); ++k) {
     out << (k ? ", " : "") << "\"" << CountName(static_cast<CountKind>(k)) << "\": " << CountOf(t, static_cast<CountKind>(k));
@@ -74,7 +78,7 @@ std::string CsvField(std::string_view bytes) {
 void WriteJsonExport(std::ostream& out, const RunRecord& run) {
   out << "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": " << kJsonExportVersion
       << ",\n  \"logs\": [";
-  for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(run.files[i]);
+  for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(PathToUtf8(run.files[i]));
   out << "],\n  \"unknown_lines\": " << run.events.unknown.size() << ",\n  \"members\": [\n";
   for (std::size_t s = 0; s < run.members.size(); ++s) {
     WriteMember(out, run, s);
@@ -82,14 +86,14 @@ void WriteJsonExport(std::ostream& out, const RunRecord& run) {
   }
   out << "  ],\n  \"non_members\": [";
   for (std::size_t i = 0; i < run.non_members.size(); ++i) {
-    out << (i ? "," : "") << "\n    {\"name\": " << JsonString(run.non_members[i].name)
+    out << (i ? "," : "") << "\n    {\"name\": " << JsonText(run.non_members[i].name)
         << ", \"team_reason\": " << JsonReason(run.non_members[i].reason) << "}";
   }
   out << (run.non_members.empty() ? "" : "\n  ") << "],\n  \"kill_matrix\": [";
   const std::vector<KillCount> matrix = KillMatrix(run);
   for (std::size_t i = 0; i < matrix.size(); ++i) {
-    out << (i ? "," : "") << "\n    {\"killer\": " << JsonString(matrix[i].killer)
-        << ", \"victim\": " << JsonString(matrix[i].victim) << ", \"kills\": " << matrix[i].kills << "}";
+    out << (i ? "," : "") << "\n    {\"killer\": " << JsonText(matrix[i].killer)
+        << ", \"victim\": " << JsonText(matrix[i].victim) << ", \"kills\": " << matrix[i].kills << "}";
   }
   out << (matrix.empty() ? "" : "\n  ") << "]\n}\n";
 }
