@@ -73,6 +73,24 @@ std::string CsvField(std::string_view bytes) {
   return "\"" + ReplaceAll(text, "\"", "\"\"") + "\"";
 }
 
+// The line with every name replaced by "<player>", in one pass from the
+// left, the longest name first where several start at a place (names are
+// sorted so), so that no name is found inside another or in a placeholder.
+std::string ShapeOf(std::string_view line, const std::vector<std::string>& names) {
+  std::string shape;
+  for (std::size_t at = 0; at < line.size();) {
+    const auto name = std::find_if(names.begin(), names.end(),
+                                   [&](const std::string& n) { return line.substr(at).starts_with(n); });
+    if (name == names.end()) {
+      shape += line[at++];
+    } else {
+      shape += "<player>";
+      at += name->size();
+    }
+  }
+  return shape;
+}
+
 }  // namespace
 
 void WriteJsonExport(std::ostream& out, const RunRecord& run) {
@@ -114,13 +132,12 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
   for (const PlayerTally& t : run.members) names.push_back(t.strPlayerName);
   for (const RunRecord::NonMember& m : run.non_members) names.push_back(m.name);
   std::erase_if(names, [](const std::string& n) { return n.size() < 3; });
-  std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+  // A log repeats its unknown lines: each distinct one is shaped once.
+  std::map<TextId, std::size_t> per_line;
+  for (TextId line : run.events.unknown) ++per_line[line];
   std::map<std::string, std::size_t> counts;
-  for (TextId line : run.events.unknown) {
-    std::string shape = run.Text(line);
-    for (const std::string& name : names) shape = ReplaceAll(shape, name, "<player>");
-    ++counts[shape];
-  }
+  for (const auto& [line, n] : per_line) counts[ShapeOf(run.Text(line), names)] += n;
   std::vector<std::pair<std::size_t, std::string>> ranked;
   for (auto& [shape, n] : counts) ranked.emplace_back(n, shape);
   std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
