@@ -20,7 +20,8 @@ void Form1::EmptyListsWithANewPool() {
 void Form1::ClearLists() {
   EmptyListsWithANewPool();
   SourceFiles.clear();
-  for (SourceLines* sources : {&List1Sources, &KillSources, &FlagSources, &SentrySources}) sources->clear();
+  List1Sources.clear();
+  for (EventSources* sources : {&KillSources, &FlagSources, &SentrySources}) sources->clear();
   List8Reasons.clear();
   List9Reasons.clear();
   events_.reset();

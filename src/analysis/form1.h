@@ -44,9 +44,11 @@ class Form1 {
   // Where rows came from, kept only after KeepProvenance(true) (for the
   // exports and the details window; nothing else reads them): the logs of
   // the run by index, then per row its log and line, parallel to List1,
-  // to List2..List4, to List5/List6 and to List10.
+  // to List2..List4, to List5/List6 and to List10 (these with the text of
+  // the event's line).
   std::vector<std::string> SourceFiles;
-  SourceLines List1Sources, KillSources, FlagSources, SentrySources;
+  SourceLines List1Sources;
+  EventSources KillSources, FlagSources, SentrySources;
   void KeepProvenance(bool keep) { keep_provenance_ = keep; }
   bool KeepsProvenance() const { return keep_provenance_; }
   // What the last GetIndivStats counted, with the why of every count and
@@ -90,8 +92,13 @@ class Form1 {
   void CountKillEvents(std::size_t nB, std::size_t nR);
   void CountFlagEvents(std::size_t nB, std::size_t nR);
   void FillStatisticsTable(std::size_t nB, std::size_t nR);
-  void RemoveCountedEvents();
-  void RecordRun(std::size_t nB);
+  // Per event row, whether the counting left it (true) or consumed it.
+  std::vector<bool> UncountedEvents() const;
+  void RemoveCountedEvents(const std::vector<bool>& keep);
+  // Keeps what the run counted for the exports and the details window:
+  // takes the event lists as they were counted and leaves the uncounted
+  // rows, as RemoveCountedEvents does.
+  void RecordRun(std::size_t nB, const std::vector<bool>& keep);
   void AppendMember(WorksheetList& team, std::vector<TeamReason>& reasons, const std::string& name,
                     TeamReason reason);
 

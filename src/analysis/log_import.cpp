@@ -115,7 +115,7 @@ namespace {
 class KeptLines {
  public:
   // sources, when given, gets the place of every kept line of file.
-  KeptLines(WorksheetList& list, TextFileWriter& log_output, SourceLines* sources, std::uint32_t file)
+  KeptLines(WorksheetList& list, TextFileWriter& log_output, SourceLines* sources, std::size_t file)
       : list_(list),
         log_output_(log_output),
         sources_(sources),
@@ -162,13 +162,13 @@ class KeptLines {
       log_output_.WriteLine(list_.Pool().Text(row));
     }
     if (sources_ == nullptr) return;
-    for (std::uint64_t number : batch.numbers) sources_->push_back({file_, number});
+    for (std::uint64_t number : batch.numbers) sources_->push_back(SourceLine::At(file_, number));
   }
 
   WorksheetList& list_;
   TextFileWriter& log_output_;
   SourceLines* sources_;
-  std::uint32_t file_;
+  std::size_t file_;
   Batch batch_;                          // being filled by the reading thread
   std::vector<std::string_view> lines_;  // the rest: the appending thread's
   std::vector<TextId> ids_;
@@ -196,7 +196,7 @@ void Form1::LoadFile() {
   for (TextId row : List1.Ids()) log_output.WriteLine(List1.Pool().Text(row));
   if (keep_provenance_) SourceFiles.push_back(file_name);
   KeptLines kept(List1, log_output, keep_provenance_ ? &List1Sources : nullptr,
-                 static_cast<std::uint32_t>(keep_provenance_ ? SourceFiles.size() - 1 : 0));
+                 keep_provenance_ ? SourceFiles.size() - 1 : 0);
   PhysicalLines numbers;
   const bool read_all = text.ForEachLine([&](std::string_view line, char end) {
     const std::uint64_t number = numbers.Number(line, end);

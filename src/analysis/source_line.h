@@ -1,25 +1,57 @@
 #pragma once
 // Where a worksheet row came from: a log of the run (an index into the
 // run's list of log paths) and the line in it, numbered as a text editor
-// numbers lines (from 1; a CR LF pair ends one line).
+// numbers lines (from 1; a CR LF pair ends one line). Eight bytes a row:
+// a large log keeps one per kept line.
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
+#include "analysis/string_pool.h"
+
 namespace vantor {
 
+// Four-byte aligned, so that an event's place and text id take twelve.
+#pragma pack(push, 4)
 struct SourceLine {
-  std::uint32_t file = 0;
-  std::uint64_t line = 0;
-  bool operator==(const SourceLine&) const = default;
-  auto operator<=>(const SourceLine&) const = default;
+  static constexpr std::uint64_t kMaxFile = (std::uint64_t{1} << 24) - 1;
+  static constexpr std::uint64_t kMaxLine = (std::uint64_t{1} << 40) - 1;
+
+  std::uint64_t file : 24 = 0;
+  std::uint64_t line : 40 = 0;
+
+  // The place of line in file; a number too large to keep stays at the
+  // largest one kept (a run would need 16 million logs, or a log a
+  // trillion lines, to reach it).
+  static SourceLine At(std::uint64_t file, std::uint64_t line) {
+    SourceLine place;
+    place.file = std::min(file, kMaxFile);
+    place.line = std::min(line, kMaxLine);
+    return place;
+  }
+  bool operator==(const SourceLine& other) const { return file == other.file && line == other.line; }
 };
+#pragma pack(pop)
+static_assert(sizeof(SourceLine) == 8 && alignof(SourceLine) == 4);
 
 using SourceLines = std::vector<SourceLine>;
 
+// The place of an event row and the text of its line as it was imported
+// (colour codes removed), an id in the worksheet's pool: what a user reads
+// to see why the event was counted.
+struct EventSource {
+  SourceLine place;
+  TextId text = StringPool::kEmpty;
+};
+static_assert(sizeof(EventSource) == 12);
+
+using EventSources = std::vector<EventSource>;
+
 // Keeps, in order, the entries whose keep flag is set (the rows a list
 // sweep kept), so that sources stay parallel to their list.
-inline void RetainSources(SourceLines& sources, const std::vector<bool>& keep) {
+template <typename Source>
+void RetainSources(std::vector<Source>& sources, const std::vector<bool>& keep) {
   std::size_t out = 0;
   for (std::size_t in = 0; in < sources.size() && in < keep.size(); ++in) {
     if (keep[in]) sources[out++] = sources[in];

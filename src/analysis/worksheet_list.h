@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/string_pool.h"
@@ -36,6 +37,8 @@ class WorksheetList {
   // Removes one row; the rows behind it move up by one.
   void RemoveAt(std::size_t row);
   void Clear() { ids_.clear(); }
+  // Empties the list, handing over its rows' ids (of this list's pool).
+  std::vector<TextId> TakeIds() { return std::exchange(ids_, {}); }
   // Empties the list and moves it to another pool, so that a worksheet can
   // drop the texts of an earlier run.
   void Rebind(std::shared_ptr<StringPool> pool);

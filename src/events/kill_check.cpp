@@ -63,10 +63,10 @@ void Record(Form1& form, const RecognitionMemo::Event& event) {
   }
 }
 
-// The place of row's line goes with its event, when places are kept.
-void RecordSource(Form1& form, LineCut::Kind kind, std::size_t row) {
+// The place and text of row's line go with its event, when places are kept.
+void RecordSource(Form1& form, LineCut::Kind kind, std::size_t row, TextId line) {
   if (row >= form.List1Sources.size()) return;
-  const SourceLine source = form.List1Sources[row];
+  const EventSource source{form.List1Sources[row], line};
   switch (kind) {
     case LineCut::Kind::kKill: form.KillSources.push_back(source); break;
     case LineCut::Kind::kSentry: form.SentrySources.push_back(source); break;
@@ -88,10 +88,11 @@ void Form1::KillCheck() {
     const TextId line = List1.IdAt(row);
     const RecognitionMemo::Event& event = memo.Of(line);
     Record(*this, event);
-    RecordSource(*this, event.kind, row);
+    RecordSource(*this, event.kind, row, line);
     return kept[row] = event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
   });
   RetainSources(List1Sources, kept);
+  List1Sources.shrink_to_fit();  // most rows were recognised: let their places go
 }
 
 }  // namespace vantor

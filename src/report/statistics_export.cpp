@@ -12,9 +12,10 @@ namespace vantor {
 
 namespace {
 
-std::string JsonString(std::string_view bytes) {
+// A JSON string of UTF-8 text.
+std::string JsonString(std::string_view utf8) {
   std::string out = "\"";
-  for (const char c : Cp1252ToUtf8(bytes)) {
+  for (const char c : utf8) {
     if (c == '"' || c == '\\') {
       out += '\\';
       out += c;
@@ -30,6 +31,9 @@ std::string JsonString(std::string_view bytes) {
   return out + "\"";
 }
 
+// A JSON string of a name or other text from a log (Windows-1252).
+std::string JsonText(std::string_view log_bytes) { return JsonString(Cp1252ToUtf8(log_bytes)); }
+
 constexpr const char* kReasonKinds[] = {"flag_event", "propagated", "no_deciding_event",
                                         "opponent_without_team", "only_suicides"};
 
@@ -40,7 +44,7 @@ std::string JsonReason(const TeamReason& r) {
   if (r.kind == TeamReason::Kind::kFlagEvent) out << ", \"flag_kind\": " << JsonString(r.flag_kind);
   if (r.kind == TeamReason::Kind::kPropagated) out << ", \"pass\": " << r.pass;
   if (r.kind == TeamReason::Kind::kPropagated || r.kind == TeamReason::Kind::kOpponentWithoutTeam) {
-    out << ", \"other\": " << JsonString(r.other) << ", \"as_killer\": " << (r.as_killer ? "true" : "false");
+    out << ", \"other\": " << JsonText(r.other) << ", \"as_killer\": " << (r.as_killer ? "true" : "false");
   }
   if (r.line) out << ", \"log\": " << r.line->file << ", \"line\": " << r.line->line;
   out << "}";
@@ -49,7 +53,7 @@ std::string JsonReason(const TeamReason& r) {
 
 void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
   const PlayerTally& t = run.members[slot];
-  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonString(t.strPlayerName)
+  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonText(t.strPlayerName)
       << ", \"team\": \"" << run.TeamOf(slot) << "\",\n     \"counts\": {";
   for (std::size_t k = 0; k < static_cast<std::size_t>(CountKind::kFirstWeapon); ++k) {
     out << (k ? ", " : "") << "\"" << CountName(static_cast<CountKind>(k)) << "\": " << CountOf(t, static_cast<CountKind>(k));
@@ -69,12 +73,30 @@ std::string CsvField(std::string_view bytes) {
   return "\"" + ReplaceAll(text, "\"", "\"\"") + "\"";
 }
 
+// The line with every name replaced by "<player>", in one pass from the
+// left, the longest name first where several start at a place (names are
+// sorted so), so that no name is found inside another or in a placeholder.
+std::string ShapeOf(std::string_view line, const std::vector<std::string>& names) {
+  std::string shape;
+  for (std::size_t at = 0; at < line.size();) {
+    const auto name = std::find_if(names.begin(), names.end(),
+                                   [&](const std::string& n) { return line.substr(at).starts_with(n); });
+    if (name == names.end()) {
+      shape += line[at++];
+    } else {
+      shape += "<player>";
+      at += name->size();
+    }
+  }
+  return shape;
+}
+
 }  // namespace
 
 void WriteJsonExport(std::ostream& out, const RunRecord& run) {
   out << "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": " << kJsonExportVersion
       << ",\n  \"logs\": [";
-  for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(run.files[i]);
+  for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(PathToUtf8(run.files[i]));
   out << "],\n  \"unknown_lines\": " << run.events.unknown.size() << ",\n  \"members\": [\n";
   for (std::size_t s = 0; s < run.members.size(); ++s) {
     WriteMember(out, run, s);
@@ -82,14 +104,14 @@ void WriteJsonExport(std::ostream& out, const RunRecord& run) {
   }
   out << "  ],\n  \"non_members\": [";
   for (std::size_t i = 0; i < run.non_members.size(); ++i) {
-    out << (i ? "," : "") << "\n    {\"name\": " << JsonString(run.non_members[i].name)
+    out << (i ? "," : "") << "\n    {\"name\": " << JsonText(run.non_members[i].name)
         << ", \"team_reason\": " << JsonReason(run.non_members[i].reason) << "}";
   }
   out << (run.non_members.empty() ? "" : "\n  ") << "],\n  \"kill_matrix\": [";
   const std::vector<KillCount> matrix = KillMatrix(run);
   for (std::size_t i = 0; i < matrix.size(); ++i) {
-    out << (i ? "," : "") << "\n    {\"killer\": " << JsonString(matrix[i].killer)
-        << ", \"victim\": " << JsonString(matrix[i].victim) << ", \"kills\": " << matrix[i].kills << "}";
+    out << (i ? "," : "") << "\n    {\"killer\": " << JsonText(matrix[i].killer)
+        << ", \"victim\": " << JsonText(matrix[i].victim) << ", \"kills\": " << matrix[i].kills << "}";
   }
   out << (matrix.empty() ? "" : "\n  ") << "]\n}\n";
 }
@@ -110,13 +132,12 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
   for (const PlayerTally& t : run.members) names.push_back(t.strPlayerName);
   for (const RunRecord::NonMember& m : run.non_members) names.push_back(m.name);
   std::erase_if(names, [](const std::string& n) { return n.size() < 3; });
-  std::sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+  // A log repeats its unknown lines: each distinct one is shaped once.
+  std::map<TextId, std::size_t> per_line;
+  for (TextId line : run.events.unknown) ++per_line[line];
   std::map<std::string, std::size_t> counts;
-  for (TextId line : run.events.unknown) {
-    std::string shape = run.Text(line);
-    for (const std::string& name : names) shape = ReplaceAll(shape, name, "<player>");
-    ++counts[shape];
-  }
+  for (const auto& [line, n] : per_line) counts[ShapeOf(run.Text(line), names)] += n;
   std::vector<std::pair<std::size_t, std::string>> ranked;
   for (auto& [shape, n] : counts) ranked.emplace_back(n, shape);
   std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first > b.first; });

@@ -26,7 +26,43 @@ void AppendUtf8(std::string& out, std::uint32_t code) {
   }
 }
 
+// The length of the UTF-8 sequence that lead starts (0: not a lead byte),
+// and the range its first continuation byte must lie in (no overlong
+// forms, no surrogates, nothing beyond U+10FFFF).
+struct Utf8Lead {
+  std::size_t length;
+  unsigned char low, high;
+};
+
+Utf8Lead LeadOf(unsigned char lead) {
+  if (lead < 0x80) return {1, 0, 0};
+  if (lead >= 0xC2 && lead <= 0xDF) return {2, 0x80, 0xBF};
+  if (lead == 0xE0) return {3, 0xA0, 0xBF};
+  if (lead == 0xED) return {3, 0x80, 0x9F};
+  if (lead >= 0xE1 && lead <= 0xEF) return {3, 0x80, 0xBF};
+  if (lead == 0xF0) return {4, 0x90, 0xBF};
+  if (lead >= 0xF1 && lead <= 0xF3) return {4, 0x80, 0xBF};
+  if (lead == 0xF4) return {4, 0x80, 0x8F};
+  return {0, 0, 0};
+}
+
+bool IsUtf8(std::string_view bytes) {
+  for (std::size_t i = 0; i < bytes.size();) {
+    const Utf8Lead lead = LeadOf(static_cast<unsigned char>(bytes[i]));
+    if (lead.length == 0 || i + lead.length > bytes.size()) return false;
+    for (std::size_t k = 1; k < lead.length; ++k) {
+      const auto c = static_cast<unsigned char>(bytes[i + k]);
+      const unsigned char low = k == 1 ? lead.low : 0x80, high = k == 1 ? lead.high : 0xBF;
+      if (c < low || c > high) return false;
+    }
+    i += lead.length;
+  }
+  return true;
+}
+
 }  // namespace
+
+std::string PathToUtf8(std::string_view path) { return IsUtf8(path) ? std::string(path) : Cp1252ToUtf8(path); }
 
 std::string Cp1252ToUtf8(std::string_view bytes) {
   std::string out;

@@ -12,4 +12,8 @@ namespace vantor {
 // C1 controls of the same number, as most decoders do.
 std::string Cp1252ToUtf8(std::string_view bytes);
 
+// A file path for an export: as it is when it is already UTF-8 (as paths
+// are on this system by convention), else decoded as Windows-1252.
+std::string PathToUtf8(std::string_view path);
+
 }  // namespace vantor

@@ -69,8 +69,12 @@ void Form1::GetIndivStats() {
   host_.SetProgressValue(maximum * 8 / 10);
   FillStatisticsTable(nB, nR);
   host_.StatisticsFilled();
-  RecordRun(nB);
-  RemoveCountedEvents();
+  const std::vector<bool> keep = UncountedEvents();
+  if (keep_provenance_) {
+    RecordRun(nB, keep);
+  } else {
+    RemoveCountedEvents(keep);
+  }
   OutputToHTML(nB, nR);
   host_.SetProgressValue(maximum * 9 / 10);
 }
@@ -130,7 +134,7 @@ void Form1::FillStatisticsTable(std::size_t nB, std::size_t nR) {
   team_rows(nB, nB + nR);
 }
 
-void Form1::RemoveCountedEvents() {
+std::vector<bool> Form1::UncountedEvents() const {
   // What the counting consumed: the suicides of members and the weapon
   // kills by members. Everything else stays, in order.
   const std::vector<bool> members = AllMembers(List8, List9);
@@ -143,6 +147,10 @@ void Form1::RemoveCountedEvents() {
     const bool weapon_kill = members[List2.IdAt(m)] && weapon[method];
     keep[m] = !suicide && !weapon_kill;
   }
+  return keep;
+}
+
+void Form1::RemoveCountedEvents(const std::vector<bool>& keep) {
   List2.RetainIf([&](std::size_t m) { return keep[m]; });
   List3.RetainIf([&](std::size_t m) { return keep[m]; });
   List4.RetainIf([&](std::size_t m) { return keep[m]; });

@@ -80,7 +80,7 @@ void ForEachEventBehind(const RunRecord& run, std::size_t slot, CountKind kind, 
   }
 }
 
-const SourceLines& SourcesFor(const RunRecord& run, CountKind kind) {
+const EventSources& SourcesFor(const RunRecord& run, CountKind kind) {
   const std::size_t k = Raw(kind);
   if (kind == CountKind::kSentryKills) return run.events.sentry_sources;
   if (k >= Raw(CountKind::kFlagGrabs) && k <= Raw(CountKind::kFCKills)) return run.events.flag_sources;
@@ -103,13 +103,20 @@ Count CountOf(const PlayerTally& t, CountKind kind) {
   return k < shown.size() ? shown[k] : t.weapons[k - Raw(CountKind::kFirstWeapon)];
 }
 
-SourceLines LinesOf(const RunRecord& run, std::size_t slot, CountKind kind) {
-  const SourceLines& sources = SourcesFor(run, kind);
-  SourceLines lines;
+EventSources LinesOf(const RunRecord& run, std::size_t slot, CountKind kind) {
+  const EventSources& sources = SourcesFor(run, kind);
+  EventSources lines;
   ForEachEventBehind(run, slot, kind, [&](std::size_t row) {
-    lines.push_back(row < sources.size() ? sources[row] : SourceLine{});
+    lines.push_back(row < sources.size() ? sources[row] : EventSource{});
   });
   return lines;
+}
+
+std::optional<EventSource> DecidingLine(const RunRecord& run, const TeamReason& reason) {
+  const EventSources& sources =
+      reason.kind == TeamReason::Kind::kFlagEvent ? run.events.flag_sources : run.events.kill_sources;
+  if (!reason.row || *reason.row >= sources.size()) return std::nullopt;
+  return sources[*reason.row];
 }
 
 Count EventsBehind(const RunRecord& run, std::size_t slot, CountKind kind) {

@@ -4,6 +4,7 @@
 // kill matrix over all recognised kills.
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,16 @@ std::string CountName(CountKind kind);
 // The slot's value of that count in the tally table.
 Count CountOf(const PlayerTally& slot, CountKind kind);
 
-// The places of the events behind one count of one slot, in event order.
-// (Empty places when the run kept none; their number is the count either way.)
-SourceLines LinesOf(const RunRecord& run, std::size_t slot, CountKind kind);
+// The places and texts of the lines of the events behind one count of one
+// slot, in event order. (Empty places and texts when the run kept none;
+// their number is the count either way.)
+EventSources LinesOf(const RunRecord& run, std::size_t slot, CountKind kind);
 // How many events lie behind that count: LinesOf's size, without the places.
 Count EventsBehind(const RunRecord& run, std::size_t slot, CountKind kind);
+
+// The line of the event that decided a team reason, with its text; none
+// when the reason has no such event or the run kept no places.
+std::optional<EventSource> DecidingLine(const RunRecord& run, const TeamReason& reason);
 
 struct KillCount {
   std::string killer, victim;

@@ -45,11 +45,11 @@ struct TeamReason {
 struct CountedEvents {
   std::shared_ptr<const StringPool> pool;
   std::vector<TextId> killer, victim, method;
-  SourceLines kill_sources;
+  EventSources kill_sources;
   std::vector<TextId> flag_text, flag_action;
-  SourceLines flag_sources;
+  EventSources flag_sources;
   std::vector<TextId> destroyer;
-  SourceLines sentry_sources;
+  EventSources sentry_sources;
   std::vector<TextId> unknown;  // the lines no rule recognised
 };
 

@@ -22,14 +22,14 @@ NameSet Members(const WorksheetList& team) {
   return NameSet(rows.begin(), rows.end());
 }
 
-std::optional<SourceLine> SourceAt(const SourceLines& sources, std::size_t row) {
-  if (row < sources.size()) return sources[row];
+std::optional<SourceLine> SourceAt(const EventSources& sources, std::size_t row) {
+  if (row < sources.size()) return sources[row].place;
   return std::nullopt;
 }
 
 // The flag event that seeded a player's team: that of the last kind asked
 // for that credited a coloured event, as the colour left behind is its.
-TeamReason SeedReason(const FlagCredit& flags, const SourceLines& flag_sources, std::string_view team) {
+TeamReason SeedReason(const FlagCredit& flags, const EventSources& flag_sources, std::string_view team) {
   TeamReason reason = TeamReason::Because(TeamReason::Kind::kFlagEvent, std::string(team));
   for (std::size_t k = 0; k < kFlagKindCount; ++k) {
     if (flags.colours[k].empty()) continue;

@@ -1,6 +1,8 @@
 #include "ui/player_details.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
@@ -11,6 +13,7 @@
 
 #include "report/class_tables.h"
 #include "stats/provenance.h"
+#include "ui/gui_host.h"
 
 namespace vantor {
 
@@ -20,10 +23,6 @@ constexpr int kCountKindRole = Qt::UserRole;
 constexpr const char* kCountLabels[] = {"Frags",        "Deaths",       "Suicides",    "Flag Grabs",
                                         "FC Defends",   "Flag Captures", "Flag Defends", "Base Defends",
                                         "FC Kills",     "Sentry Kills"};
-
-QString FromLog(const std::string& bytes) {
-  return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
 
 // The text of a report fragment without its markup.
 QString WithoutTags(std::string_view html) {
@@ -37,16 +36,15 @@ QString WithoutTags(std::string_view html) {
   return text.trimmed();
 }
 
-QString Where(const RunRecord& run, const std::optional<SourceLine>& line) {
-  if (!line || line->file >= run.files.size()) return {};
-  return QString(" (%1, line %2)")
-      .arg(QFileInfo(QString::fromLocal8Bit(run.files[line->file])).fileName())
-      .arg(line->line);
+// " (file, line N: text)" for the deciding line of a reason, when known.
+QString Where(const RunRecord& run, const TeamReason& reason) {
+  const std::optional<EventSource> line = DecidingLine(run, reason);
+  return line ? QString(" (%1)").arg(DescribeLine(run, *line)) : QString();
 }
 
-// The player's most frequent victim and killer, from the kill matrix.
-QString Rivals(const RunRecord& run, const std::string& name) {
-  const std::vector<KillCount> matrix = KillMatrix(run);
+// The player's most frequent victim and killer; the first of equals in the
+// matrix's order.
+QString Rivals(const std::vector<KillCount>& matrix, const std::string& name) {
   const KillCount* victim = nullptr;
   const KillCount* killer = nullptr;
   for (const KillCount& cell : matrix) {
@@ -54,29 +52,43 @@ QString Rivals(const RunRecord& run, const std::string& name) {
     if (cell.victim == name && (!killer || cell.kills > killer->kills)) killer = &cell;
   }
   const auto most = [](const KillCount* cell, const std::string& who) {
-    return cell ? QString("%1 (%2)").arg(FromLog(who)).arg(cell->kills) : QString("nobody");
+    return cell ? QString("%1 (%2)").arg(FromLogBytes(who)).arg(cell->kills) : QString("nobody");
   };
   return QString("Killed most: %1. Killed most by: %2.")
       .arg(most(victim, victim ? victim->victim : ""), most(killer, killer ? killer->killer : ""));
 }
 
+// "a kill of Alpha" or "a death by Alpha": the player's side of a fight.
+QString Fight(const TeamReason& r) {
+  return QString(r.as_killer ? "a kill of %1" : "a death by %1").arg(FromLogBytes(r.other));
+}
+
 }  // namespace
 
+QString DescribeLine(const RunRecord& run, const EventSource& source) {
+  const std::size_t file = source.place.file;
+  const QString path = file < run.files.size() ? QFile::decodeName(QByteArray::fromStdString(run.files[file])) : QString();
+  return QString("%1, line %2: %3")
+      .arg(QFileInfo(path).fileName())
+      .arg(static_cast<qulonglong>(source.place.line))
+      .arg(FromLogBytes(run.Text(source.text)));
+}
+
 QString ExplainTeam(const RunRecord& run, const TeamReason& r) {
-  const QString other = FromLog(r.other);
+  const QString team = FromLogBytes(r.team);
   switch (r.kind) {
     case TeamReason::Kind::kFlagEvent:
-      return QString("%1: seeded by a %2 event%3.")
-          .arg(FromLog(r.team), FromLog(r.flag_kind), Where(run, r.line));
+      return QString("%1, seeded by a %2 event%3.").arg(team, FromLogBytes(r.flag_kind), Where(run, r));
     case TeamReason::Kind::kPropagated:
-      return QString("%1: in propagation pass %2, from the first kill %3 %4 of the other team%5.")
-          .arg(FromLog(r.team))
+      return QString("%1, from propagation pass %2: the player's first fight with another player was %3, a %4 "
+                     "member%5.")
+          .arg(team)
           .arg(r.pass)
-          .arg(r.as_killer ? "of" : "by", other, Where(run, r.line));
+          .arg(Fight(r), team == "Blue" ? "Red" : "Blue", Where(run, r));
     case TeamReason::Kind::kNoDecidingEvent: return "No team: no kill or death with another player.";
     case TeamReason::Kind::kOpponentWithoutTeam:
-      return QString("No team: the first kill %1 %2 came before %2 had a team%3.")
-          .arg(r.as_killer ? "of" : "by", other, Where(run, r.line));
+      return QString("No team: the player's first fight with another player was %1, who had no team then%2.")
+          .arg(Fight(r), Where(run, r));
     case TeamReason::Kind::kOnlySuicides: return "No team: only suicides.";
   }
   return {};
@@ -87,12 +99,29 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   setObjectName("PlayerDetails");
   setAttribute(Qt::WA_DeleteOnClose);
   const std::string& name = run_->members[slot_].strPlayerName;
-  setWindowTitle(QString("%1 (%2) - Vantor Log Analyzer").arg(FromLog(name), FromLog(run_->TeamOf(slot_))));
-  auto* layout = new QVBoxLayout(this);
+  setWindowTitle(QString("%1 (%2) - Vantor Log Analyzer").arg(FromLogBytes(name), FromLogBytes(run_->TeamOf(slot_))));
+  const std::vector<KillCount> matrix = KillMatrix(*run_);
+  player_ = new QLabel(QString("<b>%1</b> (%2)").arg(FromLogBytes(name).toHtmlEscaped(), FromLogBytes(run_->TeamOf(slot_))));
+  player_->setObjectName("player");
   team_ = new QLabel(slot_ < run_->slot_reasons.size() ? ExplainTeam(*run_, run_->slot_reasons[slot_]) : "");
   team_->setObjectName("team");
-  rivals_ = new QLabel(Rivals(*run_, name));
+  team_->setWordWrap(true);
+  team_->setTextFormat(Qt::PlainText);  // names are the log's, whatever they hold
+  rivals_ = new QLabel(Rivals(matrix, name));
   rivals_->setObjectName("rivals");
+  rivals_->setTextFormat(Qt::PlainText);
+  CreateCountsTable();
+  CreateKillsTable();
+  lines_ = new QListWidget;
+  lines_->setObjectName("sourceLines");
+  LayOut();
+  FillCounts();
+  FillKillMatrix(matrix);
+  connect(counts_, &QTableWidget::itemSelectionChanged, this, &PlayerDetails::ShowLinesOfSelectedCount);
+  resize(900, 640);
+}
+
+void PlayerDetails::CreateCountsTable() {
   counts_ = new QTableWidget(0, 2);
   counts_->setObjectName("counts");
   counts_->setHorizontalHeaderLabels({"Count", "Value"});
@@ -101,25 +130,33 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   counts_->setSelectionMode(QAbstractItemView::SingleSelection);
   counts_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   counts_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+  counts_->verticalHeader()->setDefaultSectionSize(counts_->fontMetrics().height() + 6);
+}
+
+void PlayerDetails::CreateKillsTable() {
   kills_ = new QTableWidget(0, 3);
   kills_->setObjectName("killMatrix");
   kills_->setHorizontalHeaderLabels({"Player", "Killed by this player", "Killed this player"});
   kills_->verticalHeader()->hide();
   kills_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   kills_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-  lines_ = new QListWidget;
-  lines_->setObjectName("sourceLines");
-  layout->addWidget(team_);
-  layout->addWidget(rivals_);
-  layout->addWidget(counts_);
-  layout->addWidget(new QLabel("Kills between this player and each other player:"));
-  layout->addWidget(kills_);
-  layout->addWidget(new QLabel("Log lines behind the selected count:"));
-  layout->addWidget(lines_);
-  FillCounts();
-  FillKillMatrix();
-  connect(counts_, &QTableWidget::itemSelectionChanged, this, &PlayerDetails::ShowLinesOfSelectedCount);
-  resize(460, 780);
+  kills_->verticalHeader()->setDefaultSectionSize(kills_->fontMetrics().height() + 6);
+}
+
+// The counts down the left; on the right how the team was decided, the
+// rivals, the kills each way and the lines of the selected count.
+void PlayerDetails::LayOut() {
+  auto* right = new QVBoxLayout;
+  right->addWidget(player_);
+  right->addWidget(team_);
+  right->addWidget(rivals_);
+  right->addWidget(new QLabel("Kills between this player and each other player:"));
+  right->addWidget(kills_, 1);
+  right->addWidget(new QLabel("Log lines behind the selected count:"));
+  right->addWidget(lines_, 1);
+  auto* layout = new QHBoxLayout(this);
+  layout->addWidget(counts_, 2);
+  layout->addLayout(right, 3);
 }
 
 void PlayerDetails::FillCounts() {
@@ -142,11 +179,11 @@ void PlayerDetails::FillCounts() {
   }
 }
 
-void PlayerDetails::FillKillMatrix() {
+void PlayerDetails::FillKillMatrix(const std::vector<KillCount>& matrix) {
   const std::string& name = run_->members[slot_].strPlayerName;
   std::vector<std::string> others;  // in the matrix's order
   std::map<std::string, std::pair<Count, Count>> kills;  // other: (killed by the player, killed the player)
-  for (const KillCount& cell : KillMatrix(*run_)) {
+  for (const KillCount& cell : matrix) {
     const bool row = cell.killer == name, column = cell.victim == name;
     if (!row && !column) continue;
     const std::string& other = row ? cell.victim : cell.killer;
@@ -156,7 +193,7 @@ void PlayerDetails::FillKillMatrix() {
   for (const std::string& other : others) {
     const int r = kills_->rowCount();
     kills_->insertRow(r);
-    kills_->setItem(r, 0, new QTableWidgetItem(FromLog(other)));
+    kills_->setItem(r, 0, new QTableWidgetItem(FromLogBytes(other)));
     kills_->setItem(r, 1, new QTableWidgetItem(QString::number(kills[other].first)));
     kills_->setItem(r, 2, new QTableWidgetItem(QString::number(kills[other].second)));
   }
@@ -189,9 +226,8 @@ void PlayerDetails::ShowLinesOfSelectedCount() {
   if (selected.isEmpty()) return;
   const QVariant kind = counts_->item(selected.first()->row(), 0)->data(kCountKindRole);
   if (!kind.isValid()) return;
-  for (const SourceLine& at : LinesOf(*run_, slot_, static_cast<CountKind>(kind.toULongLong()))) {
-    const QString file = at.file < run_->files.size() ? QString::fromLocal8Bit(run_->files[at.file]) : QString();
-    lines_->addItem(QString("%1, line %2").arg(QFileInfo(file).fileName()).arg(at.line));
+  for (const EventSource& line : LinesOf(*run_, slot_, static_cast<CountKind>(kind.toULongLong()))) {
+    lines_->addItem(DescribeLine(*run_, line));
   }
 }
 

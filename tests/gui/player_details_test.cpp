@@ -12,6 +12,7 @@
 
 #include "fake_desktop.h"
 #include "ui/display_stats.h"
+#include "ui/player_details.h"
 
 namespace {
 
@@ -19,6 +20,36 @@ const char kWorkedExample[] =
     "^7Alpha got the RED flag!\r\n^7Bravo got the BLUE flag!\r\n^7Charlie was knifed by Dave\r\n"
     "^7Bravo was railed by Alpha\r\n^7Bravo cratered.\r\n^7Alpha was knifed by Bravo\r\n"
     "^7Charlie was railed by Alpha\r\n";
+
+// The rows of the counts table below the ten counts: the report's class
+// tables, then the weapon no class table shows; every count 0 but those given.
+QStringList WeaponRows(const QMap<QString, int>& counts) {
+  const QStringList rows = {
+      "Marine Stats", "Rocket Splash", "Rocket Hit", "Turret Gren", "Proxy Gren", "Hyperblaster", "Homer",
+      "Gunner Stats", "Megachaingun", "Minigun", "Laser Def", "Shrapnel Grenade",
+      "Engineer Stats", "Super Shotgun", "Sentry Rocket", "Sentry", "Ion Fuser",
+      "Cyborg Stats", "Kamikazi", "Grenade", "Lightning Gun", "Plasma", "Sentry KillerK", "SK Splash", "Sentry Kills",
+      "Sniper Stats", "Headshot", "Sniper Rifle", "Legshot", "Railgun", "Pipebombs",
+      "Arsonist Stats", "Napalm RL Splash", "Napalm RL Hit", "Flamethrower", "Flame Damage", "Napalm Grenade",
+      "Freeze Gun",
+      "Assassin/Recon/Nurse Stats", "Pistol", "Knife", "Uzi", "Goodyear", "Disease", "Plague Dart", "SSG",
+      "Other Stats", "Handgrenade Hit", "Handgrenade Splash", "Shotgun", "Gauntlet",
+      "Other weapons", "Magnotron Grenade"};
+  QStringList shown;
+  for (const QString& row : rows) {
+    shown << (row.endsWith("Stats") || row == "Other weapons" ? row : row + "=" + QString::number(counts.value(row)));
+  }
+  return shown;
+}
+
+// All rows of the counts table: the ten counts in their order, then the weapons.
+QStringList CountRows(const QList<int>& ten, const QMap<QString, int>& weapons) {
+  const QStringList labels = {"Frags",         "Deaths",       "Suicides",     "Flag Grabs", "FC Defends",
+                              "Flag Captures", "Flag Defends", "Base Defends", "FC Kills",   "Sentry Kills"};
+  QStringList rows;
+  for (int k = 0; k < labels.size(); ++k) rows << labels[k] + "=" + QString::number(ten.value(k));
+  return rows + WeaponRows(weapons);
+}
 
 }  // namespace
 
@@ -92,23 +123,20 @@ class PlayerDetailsTest : public QObject {
     QWidget* details = DoubleClickRow(0);
     QVERIFY(details);
     QCOMPARE(details->windowTitle(), QString("Alpha (Blue) - Vantor Log Analyzer"));
+    QCOMPARE(details->findChild<QLabel*>("player")->text(), QString("<b>Alpha</b> (Blue)"));
     QVERIFY(!details->isModal());
     const QStringList counts = Counts(details);
-    QCOMPARE(counts.mid(0, 10), QStringList({"Frags=2", "Deaths=1", "Suicides=0", "Flag Grabs=1",
-                                             "FC Defends=0", "Flag Captures=0", "Flag Defends=0",
-                                             "Base Defends=0", "FC Kills=0", "Sentry Kills=0"}));
-    QCOMPARE(counts.at(10), QString("Marine Stats"));
-    QVERIFY(counts.contains("Sniper Stats"));
-    QVERIFY(counts.contains("Railgun=2"));
-    QVERIFY(counts.contains("Knife=0"));
+    QCOMPARE(counts, CountRows({2, 1, 0, 1, 0, 0, 0, 0, 0, 0}, {{"Railgun", 2}}));
     QCOMPARE(details->findChild<QLabel*>("team")->text(),
-             QString("Blue: seeded by a Flag Grab event (worked.log, line 1)."));
+             QString("Blue, seeded by a Flag Grab event (worked.log, line 1: Alpha got the RED flag!)."));
     QCOMPARE(details->findChild<QLabel*>("rivals")->text(),
              QString("Killed most: Charlie (1). Killed most by: Bravo (1)."));  // a tie goes to the first met
     QCOMPARE(Cells(details, "killMatrix"), QStringList({"Charlie|1|0", "Bravo|1|1"}));
-    QCOMPARE(LinesOf(details, "Frags"), QStringList({"worked.log, line 4", "worked.log, line 7"}));
-    QCOMPARE(LinesOf(details, "Railgun"), QStringList({"worked.log, line 4", "worked.log, line 7"}));
-    QCOMPARE(LinesOf(details, "Deaths"), QStringList({"worked.log, line 6"}));
+    const QStringList railed = {"worked.log, line 4: Bravo was railed by Alpha",
+                                "worked.log, line 7: Charlie was railed by Alpha"};
+    QCOMPARE(LinesOf(details, "Frags"), railed);
+    QCOMPARE(LinesOf(details, "Railgun"), railed);
+    QCOMPARE(LinesOf(details, "Deaths"), QStringList({"worked.log, line 6: Alpha was knifed by Bravo"}));
     QCOMPARE(LinesOf(details, "Suicides"), QStringList());
   }
 
@@ -119,11 +147,42 @@ class PlayerDetailsTest : public QObject {
     QVERIFY(bravo);
     QCOMPARE(bravo->windowTitle(), QString("Bravo (Red) - Vantor Log Analyzer"));
     const QStringList counts = Counts(bravo);
-    QCOMPARE(counts.mid(0, 3), QStringList({"Frags=1", "Deaths=2", "Suicides=1"}));
-    QVERIFY(counts.contains("Knife=1"));
-    QCOMPARE(LinesOf(bravo, "Suicides"), QStringList({"worked.log, line 5"}));
-    QCOMPARE(LinesOf(bravo, "Flag Grabs"), QStringList({"worked.log, line 2"}));
+    QCOMPARE(counts, CountRows({1, 2, 1, 1, 0, 0, 0, 0, 0, 0}, {{"Knife", 1}}));
+    QCOMPARE(bravo->findChild<QLabel*>("team")->text(),
+             QString("Red, seeded by a Flag Grab event (worked.log, line 2: Bravo got the BLUE flag!)."));
+    QCOMPARE(bravo->findChild<QLabel*>("rivals")->text(), QString("Killed most: Alpha (1). Killed most by: Alpha (1)."));
+    QCOMPARE(LinesOf(bravo, "Suicides"), QStringList({"worked.log, line 5: Bravo cratered."}));
+    QCOMPARE(LinesOf(bravo, "Flag Grabs"), QStringList({"worked.log, line 2: Bravo got the BLUE flag!"}));
     QVERIFY(!DoubleClickRow(4));  // Red's totals
+  }
+
+  void everyKindOfTeamReasonIsSaidWithItsLine() {
+    vantor::RunRecord run;
+    run.files = {"/logs/night.log"};
+    auto pool = std::make_shared<vantor::StringPool>();
+    run.events.kill_sources = {{vantor::SourceLine::At(0, 12), pool->Intern("Bravo was railed by Alpha")}};
+    run.events.flag_sources = {{vantor::SourceLine::At(0, 3), pool->Intern("Alpha got the RED flag!")}};
+    run.events.pool = pool;
+    using Kind = vantor::TeamReason::Kind;
+    const struct {
+      vantor::TeamReason reason;
+      const char* said;
+    } cases[] = {
+        {{Kind::kFlagEvent, "Blue", "Flag Grab", 0, "", false, 0, {}},
+         "Blue, seeded by a Flag Grab event (night.log, line 3: Alpha got the RED flag!)."},
+        {{Kind::kPropagated, "Red", "", 2, "Alpha", false, 0, {}},
+         "Red, from propagation pass 2: the player's first fight with another player was a death by Alpha, a Blue "
+         "member (night.log, line 12: Bravo was railed by Alpha)."},
+        {{Kind::kPropagated, "Blue", "", 1, "Bravo", true, 0, {}},
+         "Blue, from propagation pass 1: the player's first fight with another player was a kill of Bravo, a Red "
+         "member (night.log, line 12: Bravo was railed by Alpha)."},
+        {{Kind::kOpponentWithoutTeam, "", "", 0, "Bravo", true, 0, {}},
+         "No team: the player's first fight with another player was a kill of Bravo, who had no team then "
+         "(night.log, line 12: Bravo was railed by Alpha)."},
+        {{Kind::kNoDecidingEvent, "", "", 0, "", false, {}, {}}, "No team: no kill or death with another player."},
+        {{Kind::kOnlySuicides, "", "", 0, "", false, {}, {}}, "No team: only suicides."},
+    };
+    for (const auto& c : cases) QCOMPARE(vantor::ExplainTeam(run, c.reason), QString(c.said));
   }
 };
 

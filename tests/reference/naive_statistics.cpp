@@ -41,12 +41,13 @@ void NaiveRun::Roster() {
 namespace {
 
 std::int64_t FlagInfo(NaiveRun& run, const std::string& member, const std::string& kind,
-                      std::size_t slot) {
+                      std::size_t slot, std::vector<std::size_t>* counted = nullptr) {
   if (run.team_colour.size() <= slot) run.team_colour.resize(slot + 1);
   std::int64_t count = 0;
   for (std::size_t j = 0; j < run.flag_player.size(); ++j) {
     if (!Has(run.flag_action[j], kind) || !Has(run.flag_player[j], member)) continue;
     ++count;
+    if (counted) counted->push_back(j);
     if (Has(run.flag_action[j], "Red")) run.team_colour[slot] = "Red";
     if (Has(run.flag_action[j], "Blue")) run.team_colour[slot] = "Blue";
   }
@@ -73,18 +74,28 @@ void CheckTeamPass(NaiveRun& run) {
   }
 }
 
-std::int64_t CountEqual(const List& l, const std::string& s) {
+// Counts the rows of l equal to s; their indices, mapped by origin (none:
+// as they are), go to counted.
+std::int64_t CountEqual(const List& l, const std::string& s, const std::vector<std::size_t>* origin,
+                        std::vector<std::size_t>& counted) {
   std::int64_t n = 0;
-  for (const std::string& x : l) n += x == s;
+  for (std::size_t r = 0; r < l.size(); ++r) {
+    if (l[r] != s) continue;
+    ++n;
+    counted.push_back(origin ? (*origin)[r] : r);
+  }
   return n;
 }
 
 // Counts and removes the rows whose `match` list equals name and method equals m.
-std::int64_t CountAndRemove(NaiveRun& run, List& match, const std::string& name, const std::string& m) {
+std::int64_t CountAndRemove(NaiveRun& run, List& match, const std::string& name, const std::string& m,
+                            std::vector<std::size_t>& counted) {
   std::int64_t n = 0;
   for (std::size_t r = 0; r < run.killer.size();) {
     if (match[r] == name && run.method[r] == m) {
       ++n;
+      counted.push_back(run.origin[r]);
+      run.origin.erase(run.origin.begin() + static_cast<long>(r));
       for (List* l : {&run.killer, &run.victim, &run.method}) l->erase(l->begin() + static_cast<long>(r));
     } else {
       ++r;
@@ -113,14 +124,16 @@ void NaiveRun::Teams(int passes) {
 void NaiveRun::Tallies() {
   const std::size_t nb = blue.size(), nr = red.size();
   slots.assign(nb + nr, NaiveSlot{});
+  origin.resize(killer.size());
+  for (std::size_t r = 0; r < origin.size(); ++r) origin[r] = r;
   maximum = static_cast<std::int64_t>((nb + nr) * 100 + 50);
   auto name_of = [&](std::size_t s) { return s < nb ? blue[s] : red[s - nb]; };
   for (std::size_t s = 0; s < nb + nr; ++s) {
     NaiveSlot& slot = slots[s];
     slot.name = name_of(s);
-    slot.counts[0] = CountEqual(killer, slot.name);
-    slot.counts[1] = CountEqual(victim, slot.name);
-    slot.counts[2] = CountAndRemove(*this, victim, slot.name, "Suicide");
+    slot.counts[0] = CountEqual(killer, slot.name, &origin, slot.counted[0]);
+    slot.counts[1] = CountEqual(victim, slot.name, &origin, slot.counted[1]);
+    slot.counts[2] = CountAndRemove(*this, victim, slot.name, "Suicide", slot.counted[2]);
   }
   for (std::size_t s = 0; s < nb + nr; ++s) {
     NaiveSlot& slot = slots[s];
@@ -128,10 +141,13 @@ void NaiveRun::Tallies() {
     int c = 3;
     for (const char* kind : {"Flag Grab", "FC Defense", "Flag Capture", "Flag Defense",
                              "Base Defense", "FC Frag"}) {
-      slot.counts[c++] = FlagInfo(*this, slot.name, kind, position);
+      slot.counts[c] = FlagInfo(*this, slot.name, kind, position, &slot.counted[c]);
+      ++c;
     }
-    slot.counts[9] = CountEqual(sentry, slot.name);
-    for (int w = 0; w < 42; ++w) slot.weapons[w] = CountAndRemove(*this, killer, slot.name, kWeapons[w]);
+    slot.counts[9] = CountEqual(sentry, slot.name, nullptr, slot.counted[9]);
+    for (int w = 0; w < 42; ++w) {
+      slot.weapons[w] = CountAndRemove(*this, killer, slot.name, kWeapons[w], slot.counted[10 + w]);
+    }
     progress.push_back(static_cast<std::int64_t>(s) * 100 + 30);
   }
   progress.push_back(maximum * 8 / 10);

@@ -16,6 +16,10 @@ struct NaiveSlot {
   std::string name;
   std::array<std::int64_t, 10> counts{};  // in the statistics table's column order
   std::array<std::int64_t, 42> weapons{};  // in the weapon table's order
+  // Per count (the ten, then the 42 weapons), the rows it counted, in the
+  // order counted: indices into the event lists as Tallies found them
+  // (flag counts: into flag_player, sentry kills: into sentry).
+  std::array<std::vector<std::size_t>, 52> counted;
 };
 
 struct NaiveRun {
@@ -28,6 +32,8 @@ struct NaiveRun {
   std::array<List, 11> table;
   std::vector<std::int64_t> progress;
   std::int64_t maximum = 0;
+  // Per kill event row, its index when Tallies began; removed with its row.
+  std::vector<std::size_t> origin;
 
   void Roster();
   void Teams(int passes);
