@@ -12,7 +12,7 @@
 
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
-#include "analysis/side_file_directory.h"
+#include "cli/side_file_directory.h"
 #include "analysis/text_file.h"
 #include "report/statistics_export.h"
 #include "cli/cli_host.h"

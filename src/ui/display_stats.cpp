@@ -1,7 +1,5 @@
 #include "ui/display_stats.h"
 
-#include <QFileInfo>
-
 #include <QAction>
 #include <QCloseEvent>
 #include <QFileInfo>
