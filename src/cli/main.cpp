@@ -45,6 +45,8 @@ constexpr const char* kHelp =
     "  --help            show this help and exit\n"
     "  --version         show the version and exit\n"
     "\n"
+    "While a run works, a progress bar is drawn on stderr when it is a terminal.\n"
+    "\n"
     "Exit status: 0 when all went well, 1 when a message was shown, 2 for a\n"
     "usage error.\n";
 
