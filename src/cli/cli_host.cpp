@@ -1,6 +1,7 @@
 #include "cli/cli_host.h"
 
 #include <cstdlib>
+#include <fcntl.h>
 #include <unistd.h>
 #include <sys/wait.h>
 
@@ -47,6 +48,13 @@ void CliHost::OpenDocument(const std::string& path) {
   const pid_t pid = ::fork();
   if (pid == 0) {
     if (::fork() == 0) {
+      // What the opener and the browser print is theirs: the program's own
+      // output stays the table and its messages, and --quiet stays quiet.
+      const int null = ::open("/dev/null", O_WRONLY);
+      if (null >= 0) {
+        ::dup2(null, STDOUT_FILENO);
+        ::dup2(null, STDERR_FILENO);
+      }
       ::execlp("xdg-open", "xdg-open", path.c_str(), static_cast<char*>(nullptr));
     }
     ::_exit(0);

@@ -12,7 +12,7 @@
 
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
-#include "analysis/side_file_directory.h"
+#include "cli/side_file_directory.h"
 #include "analysis/text_file.h"
 #include "report/statistics_export.h"
 #include "cli/cli_host.h"
@@ -44,6 +44,8 @@ constexpr const char* kHelp =
     "  --unknown-summary print the most frequent shapes of unrecognised lines\n"
     "  --help            show this help and exit\n"
     "  --version         show the version and exit\n"
+    "\n"
+    "While a run works, a progress bar is drawn on stderr when it is a terminal.\n"
     "\n"
     "Exit status: 0 when all went well, 1 when a message was shown, 2 for a\n"
     "usage error.\n";

@@ -32,7 +32,7 @@ class DisplayStats : public QMainWindow {
 
   // Logs given on the command line ("Open with"): one is opened as File >
   // Open opens it; several as with Tools > Append checked: each opened in
-  // turn, then Process.
+  // turn, then Process. None: nothing happens.
   void OpenLogsFromCommandLine(const QStringList& paths);
 
  protected:

@@ -1,13 +1,14 @@
 #include "ui/gui_host.h"
 
-#include "analysis/side_file_directory.h"
-
 #include <QAction>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStringDecoder>
 #include <QUrl>
 #include <algorithm>
@@ -22,6 +23,12 @@ namespace vantor {
 namespace {
 
 constexpr char kTitle[] = "Vantor Log Analyzer";
+// The user's own place for the side files, under $XDG_DATA_HOME (by
+// default ~/.local/share); vantor-cli uses the same one.
+constexpr char kUserSideFileDirectory[] = "vantor-log-analyzer";
+constexpr char kSideFileNotice[] =
+    "Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to %1, "
+    "because the program's directory cannot be written.";
 
 // The bar counts in int; a larger range is cut off at the top.
 int BarPosition(std::int64_t value) {
@@ -84,16 +91,24 @@ std::string GuiHost::ReadSetting(std::string_view key) const {
 }
 
 std::string GuiHost::ProgramDirectory() const {
-  // Side files go to the user's own directory when the program's cannot be
-  // written (a system-wide install); the run that makes it says so, once.
-  const SideFileDirectory side =
-      ChooseSideFileDirectory(QFile::encodeName(desktop_.ProgramDirectory()).toStdString());
-  if (side.newly_made) {
-    QMessageBox box(QMessageBox::Information, kTitle, FromLocalBytes(SideFileNotice(side.path)),
-                    QMessageBox::Ok, controls_.owner);
-    desktop_.Exec(box);
-  }
-  return side.path;
+  const QString program_dir = desktop_.ProgramDirectory();
+  if (QFileInfo(program_dir).isWritable()) return QFile::encodeName(program_dir).toStdString();
+  // A system-wide install: the side files go to the user's own directory.
+  // When it cannot be made either, writing the side files says so.
+  const QString user_dir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + '/' +
+                           kUserSideFileDirectory;
+  QDir().mkpath(user_dir);
+  SayWhereSideFilesGo(user_dir);
+  return QFile::encodeName(user_dir).toStdString();
+}
+
+void GuiHost::SayWhereSideFilesGo(const QString& dir) const {
+  // Said once: the settings remember it across sessions, until the place changes.
+  if (SideFileNoticeShown() == dir) return;
+  RememberSideFileNoticeShown(dir);
+  QMessageBox box(QMessageBox::Information, kTitle, QString(kSideFileNotice).arg(dir), QMessageBox::Ok,
+                  controls_.owner);
+  desktop_.Exec(box);
 }
 
 void GuiHost::OpenDocument(const std::string& path) {

@@ -48,10 +48,14 @@ class GuiHost : public Host {
   void StatisticsFilled() override;
   void ShowMessage(std::string_view text, MessageIcon icon) override;
   std::string ReadSetting(std::string_view key) const override;
+  // The program's directory; when it cannot be written, the user's own
+  // directory for the side files, which the first run that uses it names.
   std::string ProgramDirectory() const override;
   void OpenDocument(const std::string& path) override;
 
  private:
+  void SayWhereSideFilesGo(const QString& dir) const;
+
   Desktop& desktop_;
   HostControls controls_;
   std::int64_t maximum_;

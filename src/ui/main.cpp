@@ -13,8 +13,9 @@ int main(int argc, char** argv) {
   vantor::Desktop desktop;
   vantor::DisplayStats window(desktop);
   window.show();
-  // Logs given as arguments ("Open with") are opened once the window shows.
+  // Logs given as arguments ("Open with") are opened once the window shows;
+  // without any the window simply waits for its commands.
   const QStringList logs = QApplication::arguments().mid(1);
-  if (!logs.isEmpty()) QTimer::singleShot(0, &window, [&window, logs] { window.OpenLogsFromCommandLine(logs); });
+  QTimer::singleShot(0, &window, [&window, logs] { window.OpenLogsFromCommandLine(logs); });
   return app.exec();
 }

@@ -8,6 +8,7 @@ namespace {
 
 constexpr char kApplication[] = "Vantor Log Analyzer";
 constexpr char kSection[] = "Main";
+constexpr char kSideFileNoticeKey[] = "Notices/SideFileDirectory";
 
 QString KeyPath(std::string_view key) {
   return QString(kSection) + '/' +
@@ -24,6 +25,16 @@ QString ReadSetting(std::string_view key) {
 void WriteSetting(std::string_view key, const QString& value) {
   QSettings store(kApplication, kApplication);
   store.setValue(KeyPath(key), value);
+}
+
+QString SideFileNoticeShown() {
+  const QSettings store(kApplication, kApplication);
+  return store.value(kSideFileNoticeKey, QString()).toString();
+}
+
+void RememberSideFileNoticeShown(const QString& dir) {
+  QSettings store(kApplication, kApplication);
+  store.setValue(kSideFileNoticeKey, dir);
 }
 
 }  // namespace vantor

@@ -11,4 +11,10 @@ namespace vantor {
 QString ReadSetting(std::string_view key);
 void WriteSetting(std::string_view key, const QString& value);
 
+// The directory the user was last told the side files go to, kept apart
+// from "Main" (section "Notices", key "SideFileDirectory"); empty when the
+// user was never told.
+QString SideFileNoticeShown();
+void RememberSideFileNoticeShown(const QString& dir);
+
 }  // namespace vantor

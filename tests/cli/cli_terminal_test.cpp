@@ -71,5 +71,21 @@ TEST(VantorCliTerminal, UnwritableProgramDirectorySendsSideFilesToTheUsersOwnOnc
   EXPECT_FALSE(fs::exists(bin + "/logoutput.txt"));
 }
 
+TEST(VantorCliTerminal, OpenHandsTheReportToTheDesktopAndKeepsTheOpenersOutputOut) {
+  ScratchDir dir;
+  fs::create_directory(dir / "bin");
+  WriteBytes(dir / "game.log", kLog);
+  // The opener reports on descriptor 3, which the program passes on untouched;
+  // the pipe ends only when the opener has finished.
+  const std::string opener = dir / "bin/xdg-open";
+  WriteBytes(opener, "#!/bin/sh\necho opener chatter\necho opener complaint >&2\necho \"opened $1\" >&3\n");
+  fs::permissions(opener, fs::perms::owner_all);
+  const std::string line = "PATH=" + (dir / "bin") + ":$PATH " + VANTOR_CLI + " --quiet --open --side-dir " +
+                           dir.path().string() + " " + (dir / "game.log") + " 3>&1 2>&1 | cat > " +
+                           (dir / "seen.txt");
+  ASSERT_EQ(std::system(line.c_str()), 0) << line;
+  EXPECT_EQ(ReadBytes(dir / "seen.txt"), "opened " + (dir / "game.html") + "\n");
+}
+
 }  // namespace
 }  // namespace vantor::testing

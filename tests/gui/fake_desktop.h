@@ -17,7 +17,8 @@ class FakeDesktop : public vantor::Desktop {
   QStringList messages;  // "caption | text | icon | buttons"
   QStringList dialogs;   // "title | directory | filters | file mode"
   QList<QUrl> opened;
-  QTemporaryDir dir;  // the program directory and the settings store
+  QTemporaryDir dir;  // the settings store, and the program directory
+  QString program_dir = dir.path();
 
   FakeDesktop() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.path()); }
 
@@ -42,7 +43,7 @@ class FakeDesktop : public vantor::Desktop {
     return answer.isEmpty() ? QDialog::Rejected : QDialog::Accepted;
   }
   void OpenUrl(const QUrl& url) override { opened << url; }
-  QString ProgramDirectory() const override { return dir.path(); }
+  QString ProgramDirectory() const override { return program_dir; }
 
   // The store as the program sees it; an absent setting is invalid.
   static QSettings Store() { return QSettings("Vantor Log Analyzer", "Vantor Log Analyzer"); }

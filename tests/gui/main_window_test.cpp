@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QtTest>
 #include <memory>
 
@@ -77,6 +78,36 @@ class MainWindowTest : public QObject {
     }
     return rows;
   }
+  // A window as the program starts it; the desktop and its settings stay.
+  void StartWindow() {
+    window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
+    window_->show();
+    connect(Progress(), &QProgressBar::valueChanged, this, [this](int value) {
+      steps_ << QString("%1 %2 %3").arg(value).arg(Progress()->isVisible()).arg(Enabled());
+      captions_ << Find<QPushButton>("cmdProcess")->text();
+    });
+  }
+  // All a user or a file can tell of what the window did since the last
+  // call, but the file dialogs; the files written are read and removed.
+  QStringList Outcome() {
+    QStringList seen = {"messages: " + desktop_->messages.join(" / "), "steps: " + steps_.join(", "),
+                        "captions: " + captions_.join(", "),
+                        "append: " + QString::number(Find<QAction>("mnuAppend")->isChecked()) + Enabled()};
+    for (const QUrl& url : desktop_->opened) seen << "opened: " + url.toLocalFile();
+    for (const QStringList& row : Table()) seen << "row: " + row.join('|');
+    const QDir dir(desktop_->dir.path());
+    for (const QString& name : dir.entryList({"*.txt", "*.html"}, QDir::Files, QDir::Name)) {
+      QFile file(dir.filePath(name));
+      if (!file.open(QIODevice::ReadOnly)) qFatal("cannot read");
+      seen << name + ": " + QString::fromLatin1(file.readAll());
+      file.remove();
+    }
+    desktop_->messages.clear();
+    desktop_->opened.clear();
+    steps_.clear();
+    captions_.clear();
+    return seen;
+  }
   // Open, Exit, Append, Options and Process: "1" for each that can be given.
   QString Enabled() {
     QString flags;
@@ -89,14 +120,10 @@ class MainWindowTest : public QObject {
  private slots:
   void init() {
     desktop_ = std::make_unique<FakeDesktop>();
-    window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
-    window_->show();
-    connect(Progress(), &QProgressBar::valueChanged, this, [this](int value) {
-      steps_ << QString("%1 %2 %3").arg(value).arg(Progress()->isVisible()).arg(Enabled());
-      captions_ << Find<QPushButton>("cmdProcess")->text();
-    });
+    StartWindow();
   }
   void cleanup() {
+    qunsetenv("XDG_DATA_HOME");
     window_.reset();
     desktop_.reset();
     steps_.clear();
@@ -177,28 +204,76 @@ class MainWindowTest : public QObject {
     QVERIFY(Options()->isVisible());
   }
 
-  void logsGivenAsArgumentsAreOpenedOrAppendedAndProcessed() {
-    window_->OpenLogsFromCommandLine({desktop_->dir.filePath("missing.log")});
-    QCOMPARE(desktop_->messages, QStringList{"Vantor Log Analyzer | File Not Found | 3 | OK"});
-    desktop_->messages.clear();
-    window_->OpenLogsFromCommandLine({GameLog()});
-    QCOMPARE(Table(), kGameTable);
-    QCOMPARE(desktop_->opened.last(), QUrl::fromLocalFile(desktop_->dir.filePath("game.html")));
-    QVERIFY(!Find<QAction>("mnuAppend")->isChecked());
+  void logsGivenAsArgumentsDoWhatTheMenusDo_data() {
+    QTest::addColumn<QStringList>("logs");
+    QTest::addColumn<bool>("relative");  // named relative to the working directory
+    QTest::addColumn<QString>("messages");
+    QTest::addColumn<QString>("report");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("none: the window starts as ever") << QStringList() << false << "" << "" << 0;
+    QTest::newRow("one: as File > Open") << QStringList{"game.log"} << false << "" << "game.html" << 5;
+    QTest::newRow("one, relative: as File > Open")
+        << QStringList{"game.log"} << true << "" << "game.html" << 5;
+    QTest::newRow("one missing: as File > Open")
+        << QStringList{"missing.log"} << false << "Vantor Log Analyzer | File Not Found | 3 | OK"
+        << "missing.html" << 3;
+    QTest::newRow("two: as Append, Open each, Process")
+        << QStringList{"game.log", "second.log"} << false << "" << "second.html" << 0;
+  }
+  void logsGivenAsArgumentsDoWhatTheMenusDo() {
+    QFETCH(QStringList, logs);
+    QFETCH(bool, relative);
+    QFETCH(QString, messages);
+    QFETCH(QString, report);
+    QFETCH(int, rows);
+    QVERIFY(QFile::copy(GameLog(), desktop_->dir.filePath("second.log")));
+    QStringList paths;
+    for (const QString& log : logs) paths << desktop_->dir.filePath(log);
+    if (paths.size() > 1) Trigger("mnuAppend");
+    for (const QString& path : paths) Open(path);
+    if (paths.size() > 1) Find<QPushButton>("cmdProcess")->click();
+    const QStringList by_hand = Outcome();
+    QCOMPARE(by_hand.first(), "messages: " + messages);
+    QCOMPARE(by_hand.filter(QRegularExpression("^opened: ")),
+             report.isEmpty() ? QStringList() : QStringList{"opened: " + desktop_->dir.filePath(report)});
+    QCOMPARE(by_hand.filter(QRegularExpression("^row: ")).size(), rows);
 
-    const QString second = desktop_->dir.filePath("second.log");
-    QVERIFY(QFile::copy(GameLog(), second));
-    steps_.clear();
-    window_->OpenLogsFromCommandLine({GameLog(), second});
-    QVERIFY(Find<QAction>("mnuAppend")->isChecked());
-    QCOMPARE(steps_, kRunSteps);
-    QCOMPARE(desktop_->opened.last(), QUrl::fromLocalFile(desktop_->dir.filePath("second.html")));
-    QCOMPARE(Table(), QList<QStringList>());
-    QFile imported(desktop_->dir.filePath("logoutput.txt"));
+    StartWindow();
+    const qsizetype dialogs = desktop_->dialogs.size();
+    const QString working_dir = QDir::currentPath();
+    QDir::setCurrent(desktop_->dir.path());
+    window_->OpenLogsFromCommandLine(relative ? logs : paths);
+    QDir::setCurrent(working_dir);
+    QCOMPARE(Outcome(), by_hand);
+    QCOMPARE(desktop_->dialogs.size(), dialogs);  // no file dialog is shown
+  }
+
+  void sideFilesGoToTheUsersOwnDirectoryWhenTheProgramsCannotBeWritten() {
+    // A directory that does not exist cannot be written, whoever runs the test.
+    desktop_->program_dir = desktop_->dir.filePath("not-made/bin");
+    const QString data = desktop_->dir.filePath("data"), other = desktop_->dir.filePath("other");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(data));
+    Open(GameLog());
+    Open(GameLog());
+    StartWindow();  // the next session: only the settings remember what was said
+    Open(GameLog());
+    qputenv("XDG_DATA_HOME", QFile::encodeName(other));
+    Open(GameLog());
+    const QString side = data + "/vantor-log-analyzer";
+    const QString notice = "Vantor Log Analyzer | Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) "
+                           "are written to %1, because the program's directory cannot be written. | 1 | OK";
+    QCOMPARE(desktop_->messages,
+             QStringList({notice.arg(side), notice.arg(other + "/vantor-log-analyzer")}));
+    QCOMPARE(FakeDesktop::Store().value("Notices/SideFileDirectory").toString(), other + "/vantor-log-analyzer");
+    QFile imported(side + "/logoutput.txt");
     QVERIFY(imported.open(QIODevice::ReadOnly));
-    QCOMPARE(imported.readAll().count("\r\n"), 2 * 7 + 1);  // both logs' kept lines, then an empty line
-    QCOMPARE(desktop_->dialogs, QStringList());
-    QCOMPARE(desktop_->messages, QStringList());
+    QCOMPARE(imported.readAll(),
+             QByteArray("Dave was railed by Charlie\r\nBravo got the BLUE flag!\r\nRen\xe9 got the RED flag!\r\n"
+                        "Bravo was railed by Ren\xe9\r\nBravo killed himself.\r\nRen\xe9 was knifed by Bravo\r\n"
+                        "Charlie was railed by Ren\xe9\r\n\r\n"));
+    QVERIFY(QFile::exists(side + "/unknown.txt"));
+    QCOMPARE(desktop_->opened.size(), 4);  // the reports still go next to the log
+    QVERIFY(!QDir(desktop_->program_dir).exists());
   }
 
   void failedImportShowsItsMessageAndRunsOverNothing_data() {

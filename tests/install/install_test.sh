@@ -28,10 +28,16 @@ share/man/man1/vantor-cli.1"
   found=$(cd "$scratch/prefix" && find . -type f -o -type l | sed 's|^\./||' | LC_ALL=C sort)
   [ "$found" = "$expected" ] || fail "installed files differ:
 $(diff <(echo "$expected") <(echo "$found"))"
+  # Each size is the drawing rendered afresh (scripts/render-icons), never a stale one.
+  local icons="$scratch/prefix/share/icons/hicolor"
+  cmp -s "$icons/scalable/apps/vantor-log-analyzer.svg" "$source/packaging/icons/vantor-log-analyzer.svg" ||
+    fail "scalable icon differs from the drawing"
   for size in 16 32 48 64 128 256; do
-    local png="$scratch/prefix/share/icons/hicolor/${size}x${size}/apps/vantor-log-analyzer.png"
+    local png="$icons/${size}x${size}/apps/vantor-log-analyzer.png"
     [ "$(od -An -tu1 -j16 -N8 "$png" | awk '{print $3*256+$4, $7*256+$8}')" = "$size $size" ] ||
       fail "$png is not ${size}x${size}"
+    rsvg-convert -w "$size" -h "$size" "$source/packaging/icons/vantor-log-analyzer.svg" | cmp -s - "$png" ||
+      fail "$png is not the drawing rendered at ${size}x${size}: run scripts/render-icons"
   done
   desktop-file-validate "$scratch/prefix/share/applications/vantor-log-analyzer.desktop" ||
     fail "desktop-file-validate"
