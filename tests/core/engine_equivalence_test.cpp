@@ -21,8 +21,13 @@ void ExpectSameRun(const EventLogOptions& options, int passes, bool member_in_bo
   Form1 form(host);
   for (const std::string& line : GenerateEventLines(options)) form.List1.Append(line);
   form.KillCheck();
-  reference::NaiveRun naive{form.List2.Rows(), form.List3.Rows(), form.List4.Rows(),
-                            form.List5.Rows(), form.List6.Rows(), form.List10.Rows()};
+  reference::NaiveRun naive;
+  naive.killer = form.List2.Rows();
+  naive.victim = form.List3.Rows();
+  naive.method = form.List4.Rows();
+  naive.flag_player = form.List5.Rows();
+  naive.flag_action = form.List6.Rows();
+  naive.sentry = form.List10.Rows();
   naive.Roster();
   naive.Teams(passes);
   if (member_in_both && !naive.blue.empty()) naive.red.push_back(naive.blue[0]);
