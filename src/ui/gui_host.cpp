@@ -76,6 +76,7 @@ void GuiHost::StatisticsFilled() {
 void GuiHost::ShowMessage(std::string_view text, MessageIcon icon) {
   QMessageBox box(icon == MessageIcon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon,
                   kTitle, FromLocalBytes(text), QMessageBox::Ok, controls_.owner);
+  box.setTextFormat(Qt::PlainText);  // a path holding "<b>" is shown as it is
   desktop_.Exec(box);
 }
 
@@ -91,6 +92,7 @@ std::string GuiHost::ProgramDirectory() const {
   if (side.newly_made) {
     QMessageBox box(QMessageBox::Information, kTitle, FromLocalBytes(SideFileNotice(side.path)),
                     QMessageBox::Ok, controls_.owner);
+    box.setTextFormat(Qt::PlainText);
     desktop_.Exec(box);
   }
   return side.path;

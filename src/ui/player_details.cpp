@@ -10,6 +10,7 @@
 #include <map>
 
 #include "report/class_tables.h"
+#include "ui/gui_host.h"
 #include "stats/provenance.h"
 
 namespace vantor {
@@ -21,9 +22,8 @@ constexpr const char* kCountLabels[] = {"Frags",        "Deaths",       "Suicide
                                         "FC Defends",   "Flag Captures", "Flag Defends", "Base Defends",
                                         "FC Kills",     "Sentry Kills"};
 
-QString FromLog(const std::string& bytes) {
-  return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
+// Names as the main window shows them.
+QString FromLog(const std::string& bytes) { return FromLogBytes(bytes); }
 
 // The text of a report fragment without its markup.
 QString WithoutTags(std::string_view html) {
@@ -91,8 +91,10 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   auto* layout = new QVBoxLayout(this);
   team_ = new QLabel(slot_ < run_->slot_reasons.size() ? ExplainTeam(*run_, run_->slot_reasons[slot_]) : "");
   team_->setObjectName("team");
+  team_->setTextFormat(Qt::PlainText);  // names are shown as they are, markup or not
   rivals_ = new QLabel(Rivals(*run_, name));
   rivals_->setObjectName("rivals");
+  rivals_->setTextFormat(Qt::PlainText);
   counts_ = new QTableWidget(0, 2);
   counts_->setObjectName("counts");
   counts_->setHorizontalHeaderLabels({"Count", "Value"});
