@@ -46,13 +46,6 @@ struct Scene {
   }
 };
 
-Names FilesIn(const std::string& dir) {
-  Names names;
-  std::error_code ec;
-  for (const auto& entry : fs::directory_iterator(dir, ec)) names.insert(entry.path().filename().string());
-  return names;
-}
-
 // Size and checksum of a file, read even where its permissions forbid it
 // (and left with them).
 std::string Checksum(const std::string& path) {

@@ -71,13 +71,6 @@ Places Prepare(const PipelineCase& c, const fs::path& dir) {
   return p;
 }
 
-Names FilesIn(const fs::path& dir) {
-  Names names;
-  std::error_code ec;
-  for (const auto& entry : fs::directory_iterator(dir, ec)) names.insert(entry.path().filename().string());
-  return names;
-}
-
 std::string Listed(const Names& names) {
   std::string text;
   for (const std::string& n : names) text += " " + n;
