@@ -146,6 +146,15 @@ auto WriteLog(const std::string& name, std::string bytes) {
   return [name, bytes = std::move(bytes)](const Scene& s) { WriteBytes(s.Log(name), bytes); };
 }
 
+// For large logs: made when the row runs, not when the rows are listed.
+auto WriteLogMadeBy(const std::string& name, std::string (*make)()) {
+  return [name, make](const Scene& s) { WriteBytes(s.Log(name), make()); };
+}
+
+std::string HundredMegabyteLine() { return "^7" + std::string(100'000'000, 'x') + "\r\n"; }
+std::string ManyLinesLog() { return ManyLines(false); }
+std::string ManyFragsLog() { return "^7Alpha got the BLUE flag!\r\n" + Repeat("^7Bravo was railed by Alpha\r\n", 45000); }
+
 auto AnalyseLog(const std::string& name) {
   return [name](const Scene& s) { return Analyse(s, name); };
 }
@@ -194,7 +203,7 @@ std::vector<Hostile> Catalogue() {
          EXPECT_EQ(ReadBytes(s.S + "/chat.txt"), "");
          EXPECT_EQ(ReadBytes(s.S + "/unknown.txt"), "\r\n");
        }},
-      {"HundredMegabyteLine", WriteLog("game.log", "^7" + std::string(100'000'000, 'x') + "\r\n"),
+      {"HundredMegabyteLine", WriteLogMadeBy("game.log", HundredMegabyteLine),
        AnalyseLog("game.log"), "", 0, {"game.log"}, kSideFiles, {"game.html"},
        false, [](const Scene& s, const Outcome& o) {
          EXPECT_EQ(TableRows(o.out), (Rows{kHeading, kNoTotals, kSeparator, kNoTotals}));
@@ -287,7 +296,7 @@ std::vector<Hostile> Catalogue() {
                                "<td><b>0</TD><td><b>0</TD><td><b>250</TD></tr>"),
                    std::string::npos);
        }},
-      {"MoreThan32767Lines", WriteLog("game.log", ManyLines(false)), AnalyseLog("game.log"), "", 0, {"game.log"},
+      {"MoreThan32767Lines", WriteLogMadeBy("game.log", ManyLinesLog), AnalyseLog("game.log"), "", 0, {"game.log"},
        kSideFiles, {"game.html"},
        false, [](const Scene& s, const Outcome& o) {
          EXPECT_EQ(TableRows(o.out), (Rows{kHeading, "Dave\t33000\t0\t0\t1\t0\t0\t0\t0\t0\t0",
@@ -299,7 +308,7 @@ std::vector<Hostile> Catalogue() {
          EXPECT_EQ(ReadBytes(s.S + "/ignored.txt"), Repeat("\r\n", 2 * kKnifings + 1));
        }},
       {"OnePlayerWith45000Frags",
-       WriteLog("game.log", "^7Alpha got the BLUE flag!\r\n" + Repeat("^7Bravo was railed by Alpha\r\n", 45000)),
+       WriteLogMadeBy("game.log", ManyFragsLog),
        AnalyseLog("game.log"), "", 0, {"game.log"}, kSideFiles, {"game.html"},
        false, [](const Scene& s, const Outcome& o) {
          EXPECT_EQ(TableRows(o.out), (Rows{kHeading, "Bravo\t0\t45000\t0\t0\t0\t0\t0\t0\t0\t0",
