@@ -83,6 +83,7 @@ void GuiHost::StatisticsFilled() {
 void GuiHost::ShowMessage(std::string_view text, MessageIcon icon) {
   QMessageBox box(icon == MessageIcon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon,
                   kTitle, FromLocalBytes(text), QMessageBox::Ok, controls_.owner);
+  box.setTextFormat(Qt::PlainText);  // a path holding "<b>" is shown as it is
   desktop_.Exec(box);
 }
 
@@ -108,6 +109,7 @@ void GuiHost::SayWhereSideFilesGo(const QString& dir) const {
   RememberSideFileNoticeShown(dir);
   QMessageBox box(QMessageBox::Information, kTitle, QString(kSideFileNotice).arg(dir), QMessageBox::Ok,
                   controls_.owner);
+  box.setTextFormat(Qt::PlainText);  // a folder name is shown as it is, never as markup
   desktop_.Exec(box);
 }
 

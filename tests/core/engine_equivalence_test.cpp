@@ -6,6 +6,7 @@
 
 #include "analysis/form1.h"
 #include "reference/naive_statistics.h"
+#include "support/reference_run.h"
 #include "support/event_log_generator.h"
 #include "support/fake_host.h"
 
@@ -21,13 +22,7 @@ void ExpectSameRun(const EventLogOptions& options, int passes, bool member_in_bo
   Form1 form(host);
   for (const std::string& line : GenerateEventLines(options)) form.List1.Append(line);
   form.KillCheck();
-  reference::NaiveRun naive;
-  naive.killer = form.List2.Rows();
-  naive.victim = form.List3.Rows();
-  naive.method = form.List4.Rows();
-  naive.flag_player = form.List5.Rows();
-  naive.flag_action = form.List6.Rows();
-  naive.sentry = form.List10.Rows();
+  reference::NaiveRun naive = ReferenceRunOf(form);
   naive.Roster();
   naive.Teams(passes);
   if (member_in_both && !naive.blue.empty()) naive.red.push_back(naive.blue[0]);

@@ -14,6 +14,7 @@
 
 #include "analysis/form1.h"
 #include "reference/naive_statistics.h"
+#include "support/reference_run.h"
 #include "stats/provenance.h"
 #include "support/event_log_generator.h"
 #include "support/fake_host.h"
@@ -167,13 +168,7 @@ TEST(Provenance, EveryCountHasExactlyTheLinesItsCountingCounted) {
     if (seed % 4 == 0) g.ListFirstBlueAlsoAsRed();
     Form1& form = g.analysis.form;
     ExpectEventsAtTheirLines(g);
-    reference::NaiveRun naive;
-    naive.killer = form.List2.Rows();
-    naive.victim = form.List3.Rows();
-    naive.method = form.List4.Rows();
-    naive.flag_player = form.List5.Rows();
-    naive.flag_action = form.List6.Rows();
-    naive.sentry = form.List10.Rows();
+    reference::NaiveRun naive = ReferenceRunOf(form);
     naive.blue = form.List8.Rows();
     naive.red = form.List9.Rows();
     naive.Tallies();

@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QUrl>
 
 #include "ui/desktop.h"
@@ -15,6 +17,7 @@ class FakeDesktop : public vantor::Desktop {
  public:
   QStringList answers;   // one per file dialog or folder browser; "" cancels
   QStringList messages;  // "caption | text | icon | buttons"
+  QStringList shown;     // each message's text as its box displays it
   QStringList dialogs;   // "title | directory | filters | file mode"
   QList<QUrl> opened;
   QTemporaryDir dir;  // the settings store, and the program directory
@@ -28,6 +31,7 @@ class FakeDesktop : public vantor::Desktop {
                       .arg(box->windowTitle(), box->text())
                       .arg(box->icon())  // 0 none, 3 critical
                       .arg(box->standardButtons() == QMessageBox::Ok ? "OK" : "other");
+      shown << Displayed(box->text(), box->textFormat());
       return QMessageBox::Ok;
     }
     auto& files = dynamic_cast<QFileDialog&>(dialog);
@@ -44,6 +48,12 @@ class FakeDesktop : public vantor::Desktop {
   }
   void OpenUrl(const QUrl& url) override { opened << url; }
   QString ProgramDirectory() const override { return program_dir; }
+
+  // What a label or message box shows of text: rich text loses its markup.
+  static QString Displayed(const QString& text, Qt::TextFormat format) {
+    const bool rich = format == Qt::RichText || (format == Qt::AutoText && Qt::mightBeRichText(text));
+    return rich ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
+  }
 
   // The store as the program sees it; an absent setting is invalid.
   static QSettings Store() { return QSettings("Vantor Log Analyzer", "Vantor Log Analyzer"); }

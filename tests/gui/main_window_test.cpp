@@ -11,13 +11,11 @@
 #include <memory>
 
 #include "fake_desktop.h"
+#include "statistics_rows.h"
 #include "ui/display_stats.h"
 
 namespace {
 
-const char* const kLists[] = {"lstName",        "lstFrags",     "lstDeaths",       "lstSuicides",
-                              "lstFlagGrabs",   "lstFCDefends", "lstFlagCaptures", "lstFlagDefends",
-                              "lstBaseDefends", "lstFCKills",   "lstSentKill"};
 const QStringList kHeadings = {"Name",  "Frags", "Deaths", "Suicides", "F Grabs", "FC Def",
                                "F Cap", "F Def", "B Def",  "FC Frag",  "Sentrys"};
 
@@ -69,15 +67,7 @@ class MainWindowTest : public QObject {
     if (!file.open(QIODevice::WriteOnly) || file.write(kGameLog) < 0) qFatal("cannot write");
     return file.fileName();
   }
-  QList<QStringList> Table() {
-    QList<QStringList> rows;
-    for (const char* name : kLists) {
-      auto* list = Find<QListWidget>(name);
-      rows.resize(std::max<qsizetype>(rows.size(), list->count()));
-      for (int r = 0; r < list->count(); ++r) rows[r] << list->item(r)->text();
-    }
-    return rows;
-  }
+  QList<QStringList> Table() { return StatisticsRows(*window_); }
   // A window as the program starts it; the desktop and its settings stay.
   void StartWindow() {
     window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
@@ -137,13 +127,13 @@ class MainWindowTest : public QObject {
       const qsizetype c = kHeadings.indexOf(heading->text());
       if (c < 0) continue;
       found << heading->text();
-      const QRect list = Find(kLists[c])->geometry();
+      const QRect list = Find(kStatisticsLists[c])->geometry();
       QCOMPARE(QRect(heading->x(), list.y(), heading->width(), 1),
                QRect(list.x(), list.y(), list.width(), 1));
       QVERIFY(heading->geometry().bottom() < list.top());
     }
     QCOMPARE(found, kHeadings);
-    QCOMPARE(Find(kLists[0])->width() / Find(kLists[1])->width(), 2);
+    QCOMPARE(Find(kStatisticsLists[0])->width() / Find(kStatisticsLists[1])->width(), 2);
     QCOMPARE(Table(), QList<QStringList>());
     QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()),
              QString("0..1000"));
@@ -183,7 +173,7 @@ class MainWindowTest : public QObject {
     QVERIFY(Progress()->isHidden());
     QCOMPARE(Enabled(), QString("11110"));
     Find<QListWidget>("lstDeaths")->setCurrentRow(3);  // a row selected in one is selected in all
-    for (auto name : kLists) QCOMPARE(Find<QListWidget>(name)->currentRow(), 3);
+    for (auto name : kStatisticsLists) QCOMPARE(Find<QListWidget>(name)->currentRow(), 3);
     Trigger("mnuAppend");
     QCOMPARE(Table(), QList<QStringList>());
     QVERIFY(Options()->isVisible());

@@ -23,4 +23,9 @@ Outcome RunProgram(const std::string& program, const std::vector<std::string>& a
 // Whether RunAs::unprivileged changes who runs the program.
 bool RunningAsRoot();
 
+// Whether file permissions bind the program when it runs with
+// RunAs::unprivileged: always for an ordinary user; for root only when
+// "nobody" can be taken on and may run the program.
+bool PermissionsApplyTo(const std::string& program);
+
 }  // namespace vantor::testing

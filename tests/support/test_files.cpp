@@ -31,6 +31,13 @@ std::string ReadBytes(const std::string& path) {
   return bytes.str();
 }
 
+std::set<std::string> FilesIn(const std::filesystem::path& dir) {
+  std::set<std::string> names;
+  std::error_code ec;
+  for (const auto& entry : std::filesystem::directory_iterator(dir, ec)) names.insert(entry.path().filename().string());
+  return names;
+}
+
 void WriteBytes(const std::string& path, const std::string& bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out << bytes;

@@ -2,6 +2,7 @@
 // Scratch directories and whole-file reads and writes for tests.
 
 #include <filesystem>
+#include <set>
 #include <string>
 
 namespace vantor::testing {
@@ -22,6 +23,8 @@ class ScratchDir {
 };
 
 std::string ReadBytes(const std::string& path);
+// The names of everything in dir; none when it cannot be read.
+std::set<std::string> FilesIn(const std::filesystem::path& dir);
 void WriteBytes(const std::string& path, const std::string& bytes);
 // Test data shipped under tests/data.
 std::string DataPath(const std::string& relative);
