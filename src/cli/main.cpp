@@ -56,11 +56,13 @@ std::string ProgramDirectory() {
   return ec ? std::filesystem::current_path().string() : exe.parent_path().string();
 }
 
+// The log's full path as a file dialog gives it: absolute and without "." or
+// "..", so that deriving the report's name only sees folders the log is in.
 std::string Absolute(const std::string& path) {
   if (path.empty()) return path;  // no file chosen
   std::error_code ec;
   const auto absolute = std::filesystem::absolute(path, ec);
-  return ec ? path : absolute.string();
+  return ec ? path : absolute.lexically_normal().string();
 }
 
 // The side files go where --side-dir says; without it, to the program's

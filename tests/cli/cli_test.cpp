@@ -153,12 +153,15 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
       {"no extension, output dir is its dir", "game", {"--output-dir", "{dir}"}, "game.html"},
       {"no extension, same dir spelt with /", "game", {"--output-dir", "{dir}/"}, "game.html"},
       {"relative log path", "./game.log", {}, "game.html"},
+      // ".log" in a folder that the path only passes through must not move the report
+      {"relative path through a .logs folder", "./q.logs/../game.log", {}, "game.html"},
   };
   const std::string golden = ReadBytes(DataPath("report_no_members/expected_report.html"));
   for (const auto& r : rows) {
     SCOPED_TRACE(r.name);
     ScratchDir dir;
     std::filesystem::create_directory(dir / "out");
+    std::filesystem::create_directory(dir / "q.logs");
     const std::string log = "^7nobody here, only ^1colours\r\n";
     WriteBytes(dir / r.log, log);
     std::vector<std::string> args{"--side-dir", dir / "out"};
