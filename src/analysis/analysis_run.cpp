@@ -1,7 +1,6 @@
 #include "analysis/analysis_run.h"
 
 #include "analysis/form1.h"
-#include "report/open_report.h"
 
 namespace vantor {
 
@@ -29,7 +28,7 @@ void OpenRun(Form1& form) {
   Host& host = form.host();
   AnalyseUpToTallies(form, 3);
   host.SetProgressValue(host.ProgressMaximum());
-  subOpenHtml(form);
+  form.subOpenHtml();
   host.SetProgressVisible(false);
 }
 
@@ -39,7 +38,7 @@ void ProcessRun(Form1& form) {
   AnalyseUpToTallies(form, 2);
   host.SetProcessCaption("Process");
   host.SetProgressValue(host.ProgressMaximum());
-  subOpenHtml(form);
+  form.subOpenHtml();
   host.SetProgressVisible(false);
   form.ClearLists();
 }

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <vector>
 
-#include "analysis/form1.h"
 #include "analysis/pipeline_stage.h"
 #include "analysis/text_file.h"
 #include "analysis/text_ops.h"
@@ -114,17 +113,16 @@ namespace {
 // touches the list, its pool and logoutput.txt.
 class KeptLines {
  public:
-  // sources, when given, gets the place of every kept line of file.
-  KeptLines(WorksheetList& list, TextFileWriter& log_output, SourceLines* sources, std::size_t file)
+  // A list that keeps places gets the place of every kept line of file.
+  KeptLines(WorksheetList& list, TextFileWriter& log_output, std::size_t file)
       : list_(list),
         log_output_(log_output),
-        sources_(sources),
         file_(file),
         stripped_{StringPool::kEmpty},
         stage_([this](Batch& batch) { Append(batch); }, [](Batch& batch) { batch.Clear(); }) {}
 
   void Add(std::string_view line, std::uint64_t number) {
-    if (sources_ != nullptr) batch_.numbers.push_back(number);
+    if (list_.KeepsPlaces()) batch_.numbers.push_back(number);
     batch_.ends.push_back(batch_.bytes.size() + line.size());
     batch_.bytes.append(line);
     if (batch_.bytes.size() >= kBatchBytes) batch_ = stage_.Hand(std::move(batch_));
@@ -141,7 +139,7 @@ class KeptLines {
   struct Batch {
     std::string bytes;              // the lines, one after the other
     std::vector<std::size_t> ends;  // where each of them ends in bytes
-    std::vector<std::uint64_t> numbers;  // their line numbers, when sources are kept
+    std::vector<std::uint64_t> numbers;  // their line numbers, when places are kept
     void Clear() {
       bytes.clear();
       ends.clear();
@@ -158,16 +156,18 @@ class KeptLines {
     for (std::size_t i = 0; i < lines_.size(); ++i) {
       if (ids_[i] == stripped_.size()) stripped_.push_back(list_.Pool().Intern(StripColorCodes(lines_[i])));
       const TextId row = stripped_[ids_[i]];
-      list_.AppendId(row);
+      list_.AppendId(row, PlaceOf(batch, i));
       log_output_.WriteLine(list_.Pool().Text(row));
     }
-    if (sources_ == nullptr) return;
-    for (std::uint64_t number : batch.numbers) sources_->push_back(SourceLine::At(file_, number));
+  }
+
+  EventSource PlaceOf(const Batch& batch, std::size_t i) const {
+    if (i >= batch.numbers.size()) return {};
+    return {SourceLine::At(file_, batch.numbers[i]), StringPool::kEmpty};
   }
 
   WorksheetList& list_;
   TextFileWriter& log_output_;
-  SourceLines* sources_;
   std::size_t file_;
   Batch batch_;                          // being filled by the reading thread
   std::vector<std::string_view> lines_;  // the rest: the appending thread's
@@ -179,24 +179,16 @@ class KeptLines {
 
 }  // namespace
 
-void Form1::LoadFile() {
-  if (!host_.AppendChecked()) ClearLists();
-  const std::string file_name = host_.ChosenLogPath();
-  if (file_name.empty()) {
-    host_.ShowMessage(kChooseAFile, MessageIcon::kNone);
-    return;
-  }
-  LogText text = ReadLogText(file_name, host_);
-  const std::string dir = host_.ProgramDirectory();
-  TextFileWriter ignored(dir + std::string(kIgnoredFile));
-  TextFileWriter chat(dir + std::string(kChatFile));
+void ImportLog(const std::string& file_name, const std::string& side_dir, Host& host, Worksheet& sheet) {
+  LogText text = ReadLogText(file_name, host);
+  TextFileWriter ignored(side_dir + std::string(kIgnoredFile));
+  TextFileWriter chat(side_dir + std::string(kChatFile));
   // logoutput.txt holds all of List1 afterwards: the rows already there,
   // then this log's kept lines as they are read.
-  TextFileWriter log_output(dir + std::string(kLogOutputFile));
-  for (TextId row : List1.Ids()) log_output.WriteLine(List1.Pool().Text(row));
-  if (keep_provenance_) SourceFiles.push_back(file_name);
-  KeptLines kept(List1, log_output, keep_provenance_ ? &List1Sources : nullptr,
-                 keep_provenance_ ? SourceFiles.size() - 1 : 0);
+  TextFileWriter log_output(side_dir + std::string(kLogOutputFile));
+  for (TextId row : sheet.List1.Ids()) log_output.WriteLine(sheet.List1.Pool().Text(row));
+  if (sheet.KeepsPlaces()) sheet.SourceFiles.push_back(file_name);
+  KeptLines kept(sheet.List1, log_output, sheet.KeepsPlaces() ? sheet.SourceFiles.size() - 1 : 0);
   PhysicalLines numbers;
   const bool read_all = text.ForEachLine([&](std::string_view line, char end) {
     const std::uint64_t number = numbers.Number(line, end);
@@ -213,11 +205,11 @@ void Form1::LoadFile() {
   });
   const int read_error = errno;
   kept.Finish();
-  if (!read_all) host_.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
+  if (!read_all) host.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
   log_output.WriteLine("");
-  Report(host_, ignored.Commit());
-  Report(host_, chat.Commit());
-  Report(host_, log_output.Commit());
+  Report(host, ignored.Commit());
+  Report(host, chat.Commit());
+  Report(host, log_output.Commit());
 }
 
 }  // namespace vantor

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/host.h"
+#include "analysis/worksheet.h"
 
 namespace vantor {
 
@@ -114,6 +115,12 @@ LogText ReadLogText(const std::string& fileName, Host& host);
 // The line without its colour codes ("^1" to "^9", "^0", removed in this
 // order, each on the result of the one before) and without any caret left.
 std::string StripColorCodes(std::string_view line);
+
+// Reads the log fileName into List1 (after the rows already there), writing
+// logoutput.txt (all of List1 afterwards), ignored.txt and chat.txt into
+// side_dir. Problems are shown through host; the import goes on as far as
+// it can.
+void ImportLog(const std::string& fileName, const std::string& side_dir, Host& host, Worksheet& sheet);
 
 // What the import does with one line of the log.
 enum class LineFate { kKept, kIgnored, kChat };

@@ -48,15 +48,4 @@ static_assert(sizeof(EventSource) == 12);
 
 using EventSources = std::vector<EventSource>;
 
-// Keeps, in order, the entries whose keep flag is set (the rows a list
-// sweep kept), so that sources stay parallel to their list.
-template <typename Source>
-void RetainSources(std::vector<Source>& sources, const std::vector<bool>& keep) {
-  std::size_t out = 0;
-  for (std::size_t in = 0; in < sources.size() && in < keep.size(); ++in) {
-    if (keep[in]) sources[out++] = sources[in];
-  }
-  sources.resize(out);
-}
-
 }  // namespace vantor

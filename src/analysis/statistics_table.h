@@ -13,14 +13,12 @@ namespace vantor {
 class StatisticsTable {
  public:
   static constexpr std::size_t kColumns = 11;
-  // The columns in their fixed order; headings as the window shows them.
+  // The columns in their fixed order: the name, then the ten counts in the
+  // order of the count table (stats/counts.h), which gives their headings.
   enum Column : std::size_t {
     lstName, lstFrags, lstDeaths, lstSuicides, lstFlagGrabs, lstFCDefends,
     lstFlagCaptures, lstFlagDefends, lstBaseDefends, lstFCKills, lstSentKill
   };
-  static constexpr std::array<std::string_view, kColumns> kHeadings = {
-      "Name", "Frags", "Deaths", "Suicides", "F Grabs", "FC Def",
-      "F Cap", "F Def", "B Def", "FC Frag", "Sentrys"};
 
   WorksheetList& operator[](std::size_t column) { return columns_[column]; }
   const WorksheetList& operator[](std::size_t column) const { return columns_[column]; }

@@ -2,18 +2,15 @@
 
 namespace vantor {
 
-void WorksheetList::Set(std::size_t row, std::string_view text) {
-  if (row < ids_.size()) ids_[row] = pool_->Intern(text);
-}
-
-void WorksheetList::RemoveAt(std::size_t row) {
-  if (row < ids_.size()) ids_.erase(ids_.begin() + static_cast<std::ptrdiff_t>(row));
-}
-
 void WorksheetList::Rebind(std::shared_ptr<StringPool> pool) {
-  ids_.clear();
-  ids_.shrink_to_fit();
+  ids_ = {};
+  places_ = {};
   pool_ = std::move(pool);
+}
+
+void WorksheetList::KeepPlaces(bool keep) {
+  keeps_places_ = keep;
+  Clear();
 }
 
 std::vector<std::string> WorksheetList::Rows() const {

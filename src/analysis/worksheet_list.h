@@ -4,7 +4,9 @@
 //
 // Rows are kept as ids of a string pool, which the lists of one worksheet
 // share: a name costs its bytes once however many events mention it, and
-// stages can compare and index rows by id.
+// stages can compare and index rows by id. A list asked to keep places
+// carries, for every row, the log line it came from; every operation keeps
+// the places in step with the rows.
 
 #include <cstddef>
 #include <memory>
@@ -13,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/source_line.h"
 #include "analysis/string_pool.h"
 
 namespace vantor {
@@ -29,19 +32,26 @@ class WorksheetList {
   std::size_t Count() const { return ids_.size(); }
   bool Empty() const { return ids_.empty(); }
 
-  void Append(std::string_view row) { ids_.push_back(pool_->Intern(row)); }
+  // place is kept only by a list that keeps places.
+  void Append(std::string_view row, const EventSource& place = {}) { AppendId(pool_->Intern(row), place); }
   // id must come from this list's pool.
-  void AppendId(TextId id) { ids_.push_back(id); }
-  // Overwrites a row in place; a row beyond the end is ignored.
-  void Set(std::size_t row, std::string_view text);
-  // Removes one row; the rows behind it move up by one.
-  void RemoveAt(std::size_t row);
-  void Clear() { ids_.clear(); }
-  // Empties the list, handing over its rows' ids (of this list's pool).
-  std::vector<TextId> TakeIds() { return std::exchange(ids_, {}); }
+  void AppendId(TextId id, const EventSource& place = {}) {
+    ids_.push_back(id);
+    if (keeps_places_) places_.push_back(place);
+  }
+  void Clear() {
+    ids_.clear();
+    places_.clear();
+  }
   // Empties the list and moves it to another pool, so that a worksheet can
   // drop the texts of an earlier run.
   void Rebind(std::shared_ptr<StringPool> pool);
+
+  // Whether rows carry places; switching empties the list.
+  void KeepPlaces(bool keep);
+  bool KeepsPlaces() const { return keeps_places_; }
+  // The row's place; empty when the list keeps none.
+  EventSource PlaceAt(std::size_t row) const { return row < places_.size() ? places_[row] : EventSource{}; }
 
   // Keeps, in order, only the rows for which keep(row index) is true: the
   // same result as removing the others one by one, at linear cost.
@@ -52,21 +62,30 @@ class WorksheetList {
   const std::vector<TextId>& Ids() const { return ids_; }
   const StringPool& Pool() const { return *pool_; }
   StringPool& Pool() { return *pool_; }
-  std::shared_ptr<const StringPool> SharedPool() const { return pool_; }
+  std::shared_ptr<StringPool> SharedPool() const { return pool_; }
   void Reserve(std::size_t n) { ids_.reserve(n); }
+  void ShrinkToFit() {
+    ids_.shrink_to_fit();
+    places_.shrink_to_fit();
+  }
 
  private:
   std::shared_ptr<StringPool> pool_;
   std::vector<TextId> ids_;
+  bool keeps_places_ = false;
+  std::vector<EventSource> places_;  // parallel to ids_ while keeps_places_
 };
 
 template <typename Keep>
 void WorksheetList::RetainIf(Keep keep) {
   std::size_t out = 0;
   for (std::size_t in = 0; in < ids_.size(); ++in) {
-    if (keep(in)) ids_[out++] = ids_[in];
+    if (!keep(in)) continue;
+    if (keeps_places_) places_[out] = places_[in];
+    ids_[out++] = ids_[in];
   }
   ids_.resize(out);
+  if (keeps_places_) places_.resize(out);
 }
 
 }  // namespace vantor

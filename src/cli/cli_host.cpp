@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include "report/report_path.h"
+#include "stats/counts.h"
 
 namespace vantor {
 
@@ -64,7 +65,7 @@ void CliHost::OpenDocument(const std::string& path) {
 
 void PrintStatisticsTable(std::ostream& out, const StatisticsTable& table) {
   for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) {
-    out << (c > 0 ? "\t" : "") << StatisticsTable::kHeadings[c];
+    out << (c > 0 ? "\t" : "") << ColumnHeading(c);
   }
   out << "\n";
   for (std::size_t r = 0; r < table.RowCount(); ++r) {

@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,9 +11,8 @@
 
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
-#include "cli/side_file_directory.h"
-#include "analysis/text_file.h"
-#include "report/statistics_export.h"
+#include "analysis/side_file_directory.h"
+#include "report/run_outputs.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
 
@@ -74,38 +72,13 @@ std::string SideDirectory(const vantor::CliOptions& options) {
   return side.path;
 }
 
-// Writes a file through a temporary one renamed into place; a failure is
-// reported like any other write failure.
-void WriteFile(const std::string& path, const std::string& bytes, vantor::CliHost& host) {
-  vantor::TextFileWriter file(path);
-  file.WriteRaw(bytes);
-  const vantor::IoResult result = file.Commit();
-  if (!result.ok) host.ShowMessage(result.message, vantor::MessageIcon::kCritical);
-}
-
-void WriteExports(const vantor::CliOptions& options, const vantor::RunRecord& run, vantor::CliHost& host) {
-  if (options.json) {
-    std::ostringstream json;
-    vantor::WriteJsonExport(json, run);
-    WriteFile(*options.json, json.str(), host);
-  }
-  if (options.csv) {
-    std::ostringstream csv;
-    vantor::WriteCsvExport(csv, run);
-    WriteFile(*options.csv, csv.str(), host);
-  }
-  if (options.unknown_summary) {
-    std::cout << "Unrecognised lines, most frequent shapes first (count, shape):\n";
-    for (const std::string& line : vantor::UnknownLineShapes(run, 20)) std::cout << line << "\n";
-  }
-}
-
 int Run(const vantor::CliOptions& options) {
   const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
   vantor::CliHost host(options.output_dir.value_or(""), SideDirectory(options), options.open, std::cerr,
                        show_progress);
   vantor::Form1 form(host);
-  form.KeepProvenance(options.json || options.csv || options.unknown_summary);
+  // The lines behind the counts only matter to the exports.
+  form.KeepPlaces(options.json || options.csv);
   const bool several = options.logs.size() > 1;
   host.SetAppend(several);
   for (const std::string& log : options.logs) {
@@ -120,7 +93,9 @@ int Run(const vantor::CliOptions& options) {
     vantor::OpenRun(form);
   }
   if (options.table) vantor::PrintStatisticsTable(std::cout, host.FilledTable());
-  if (const vantor::RunRecord* run = form.LastRun()) WriteExports(options, *run, host);
+  if (const auto run = form.LastRun()) {
+    vantor::WriteRunOutputs({options.json, options.csv, options.unknown_summary}, *run, host, std::cout);
+  }
   std::cout.flush();
   return host.ShowedMessage() ? 1 : 0;
 }

@@ -1,6 +1,5 @@
 #include "events/message_splitting.h"
 
-#include "analysis/form1.h"
 #include "analysis/text_ops.h"
 #include "events/message_rules.h"
 
@@ -17,13 +16,6 @@ long long Length(std::string_view s) { return static_cast<long long>(s.size()); 
 
 LineCut Kill(std::string_view killer, std::string_view victim, std::string_view method) {
   return {Kind::kKill, killer, victim, method};
-}
-
-// Records the cut and blanks the row when the rule matched.
-bool Split(Form1& form, const LineCut& cut, std::size_t intRow) {
-  RecordCut(form, cut);
-  subBlankLine(form, cut.Matched(), intRow);
-  return cut.Matched();
 }
 
 }  // namespace
@@ -83,53 +75,6 @@ LineCut CutByRule(const MessageRule& rule, std::string_view line) {
     case Procedure::SplitSuicide: return CutSuicide(line, rule.fragment);
   }
   return {};
-}
-
-void RecordCut(Form1& form, const LineCut& cut) {
-  switch (cut.kind) {
-    case Kind::kKill:
-      form.List3.Append(cut.second);
-      form.List2.Append(cut.first);
-      form.List4.Append(cut.third);
-      break;
-    case Kind::kSentry: form.List10.Append(cut.first); break;
-    case Kind::kFlag:
-      form.List5.Append(cut.first);
-      form.List6.Append(cut.second);
-      break;
-    case Kind::kNoMatch:
-    case Kind::kConsumed: break;
-  }
-}
-
-void subBlankLine(Form1& form, bool blnMatched, std::size_t intRow) {
-  if (blnMatched) form.List1.Set(intRow, "");
-}
-
-bool SplitKill(Form1& form, std::string_view strLine, std::string_view strFragment,
-               std::string_view strMethodName, std::size_t intRow) {
-  return Split(form, CutKill(strLine, strFragment, strMethodName), intRow);
-}
-
-bool SplitWeaponKill(Form1& form, std::string_view strLine, std::string_view strFragment,
-                     std::string_view strSuffix, std::string_view strMethodName,
-                     std::size_t intRow) {
-  return Split(form, CutWeaponKill(strLine, strFragment, strSuffix, strMethodName), intRow);
-}
-
-bool SplitSentry(Form1& form, std::string_view strLine, std::string_view strFragment,
-                 std::size_t intRow) {
-  return Split(form, CutSentry(strLine, strFragment), intRow);
-}
-
-bool SplitFlag(Form1& form, std::string_view strLine, std::string_view strFragment,
-               std::string_view strFlagAction, std::size_t intRow) {
-  return Split(form, CutFlag(strLine, strFragment, strFlagAction), intRow);
-}
-
-bool SplitSuicide(Form1& form, std::string_view strLine, std::string_view strFragment,
-                  std::size_t intRow) {
-  return Split(form, CutSuicide(strLine, strFragment), intRow);
 }
 
 }  // namespace vantor

@@ -1,15 +1,12 @@
 #pragma once
 // Cutting the player names out of a recognised line. Each Cut function
-// tests one rule against a line and says what it makes of it; each Split
-// procedure does the same against row intRow of List1 and, on a match,
-// appends the event, blanks the row and returns true.
+// tests one rule against a line and says what it makes of it; the rule's
+// procedure (SplitKill, SplitWeaponKill, ...) chooses the function.
 
-#include <cstddef>
 #include <string_view>
 
 namespace vantor {
 
-class Form1;
 struct MessageRule;
 
 // What one message rule makes of a line. The texts view the line or the
@@ -45,22 +42,5 @@ LineCut CutSuicide(std::string_view strLine, std::string_view strFragment);
 
 // The cut of one rule of the table, by its procedure.
 LineCut CutByRule(const MessageRule& rule, std::string_view line);
-
-// Appends the event of a cut to the worksheet's event lists.
-void RecordCut(Form1& form, const LineCut& cut);
-
-bool SplitKill(Form1& form, std::string_view strLine, std::string_view strFragment,
-               std::string_view strMethodName, std::size_t intRow);
-bool SplitWeaponKill(Form1& form, std::string_view strLine, std::string_view strFragment,
-                     std::string_view strSuffix, std::string_view strMethodName,
-                     std::size_t intRow);
-bool SplitSentry(Form1& form, std::string_view strLine, std::string_view strFragment,
-                 std::size_t intRow);
-bool SplitFlag(Form1& form, std::string_view strLine, std::string_view strFragment,
-               std::string_view strFlagAction, std::size_t intRow);
-bool SplitSuicide(Form1& form, std::string_view strLine, std::string_view strFragment,
-                  std::size_t intRow);
-
-void subBlankLine(Form1& form, bool blnMatched, std::size_t intRow);
 
 }  // namespace vantor

@@ -6,10 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/form1.h"
 #include "analysis/text_file.h"
 #include "report/class_tables.h"
-#include "report/report_path.h"
+#include "stats/counts.h"
 
 namespace vantor {
 
@@ -24,11 +23,19 @@ constexpr std::string_view kHead =
     "<title>Vantor Output</title></head><body>";
 constexpr std::string_view kTableEnd = "  </table></body></html>";
 
-constexpr std::array<Column, 3> kFragTotals = {Column::lstFrags, Column::lstDeaths,
-                                               Column::lstSuicides};
-constexpr std::array<Column, 6> kFlagTotals = {Column::lstFlagGrabs,    Column::lstFCDefends,
-                                               Column::lstFlagCaptures, Column::lstFlagDefends,
-                                               Column::lstBaseDefends,  Column::lstFCKills};
+// The counts of the frag table; the flag table shows those of flag events.
+constexpr std::array<CountKind, 3> kFragCounts = {CountKind::kFrags, CountKind::kDeaths, CountKind::kSuicides};
+
+std::vector<CountKind> FlagCounts() {
+  std::vector<CountKind> kinds;
+  for (std::size_t c = 0; c < kCounts.size(); ++c) {
+    if (kCounts[c].flag) kinds.push_back(CountKindAt(c));
+  }
+  return kinds;
+}
+
+// A count's column in the statistics table: after the name, in table order.
+std::size_t ColumnOf(CountKind kind) { return Column::lstName + 1 + Index(kind); }
 
 class ReportWriter {
  public:
@@ -65,10 +72,17 @@ class ReportWriter {
     Line(line + "</TD></tr>");
   }
 
-  template <std::size_t N>
-  std::vector<std::string> TotalsText(const std::array<Column, N>& columns, std::size_t row) const {
+  template <typename Kinds>
+  std::vector<std::string> TotalsText(const Kinds& kinds, std::size_t row) const {
     std::vector<std::string> values;
-    for (Column c : columns) values.push_back(table_[c].At(row));
+    for (CountKind kind : kinds) values.push_back(table_[ColumnOf(kind)].At(row));
+    return values;
+  }
+
+  template <typename Kinds>
+  static std::vector<Count> ValuesOf(const PlayerTally& t, const Kinds& kinds) {
+    std::vector<Count> values;
+    for (CountKind kind : kinds) values.push_back(CountOf(t, kind));
     return values;
   }
 
@@ -89,9 +103,8 @@ class ReportWriter {
       Line(l);
     }
     for (std::size_t p = 0; p < nB_ + nR_; ++p) {
-      const PlayerTally& t = tally_[p];
-      PlayerRow(p, {t.intFrags, t.intDeaths, t.intSuicides}, nullptr);
-      AfterRow(p, [&](std::size_t row) { TotalsRow(TotalsText(kFragTotals, row)); });
+      PlayerRow(p, ValuesOf(tally_[p], kFragCounts), nullptr);
+      AfterRow(p, [&](std::size_t row) { TotalsRow(TotalsText(kFragCounts, row)); });
     }
     Line(kTableEnd);
   }
@@ -104,17 +117,16 @@ class ReportWriter {
           "<td>Total Flag Events</TD>", "</tr>"}) {
       Line(l);
     }
+    const std::vector<CountKind> flag_counts = FlagCounts();
     Count team_sum = 0;
     for (std::size_t p = 0; p < nB_ + nR_; ++p) {
-      const PlayerTally& t = tally_[p];
-      const std::vector<Count> values = {t.intFlagGrabs, t.intFCDefends, t.intFlagCaptures,
-                                         t.intFlagDefends, t.intBaseDefends, t.intFCKills};
+      const std::vector<Count> values = ValuesOf(tally_[p], flag_counts);
       Count row_total = 0;
       for (Count v : values) row_total += v;
       PlayerRow(p, values, &row_total);
       team_sum += row_total;
       AfterRow(p, [&](std::size_t row) {
-        auto totals = TotalsText(kFlagTotals, row);
+        auto totals = TotalsText(flag_counts, row);
         totals.push_back(std::to_string(team_sum));
         TotalsRow(totals);
         team_sum = 0;
@@ -155,17 +167,13 @@ void WriteHtmlReport(std::ostream& out, const TallyTable& tally, std::size_t nB,
   ReportWriter(out, tally, nB, nR, table).Write();
 }
 
-void Form1::OutputToHTML(std::size_t nB, std::size_t nR) {
-  report_written_ = false;
-  const std::string path = GetReportPath(host_);
-  if (path.empty()) return;  // no log chosen: nothing to name a report after
+IoResult WriteReportFile(const std::string& path, const TallyTable& tally, std::size_t nB, std::size_t nR,
+                         const StatisticsTable& table) {
   std::ostringstream document;
-  WriteHtmlReport(document, tally, nB, nR, host_.Statistics());
+  WriteHtmlReport(document, tally, nB, nR, table);
   TextFileWriter file(path);
   file.WriteRaw(document.view());
-  const IoResult result = file.Commit();
-  if (!result.ok) host_.ShowMessage(result.message, MessageIcon::kCritical);
-  report_written_ = result.ok;
+  return file.Commit();
 }
 
 }  // namespace vantor

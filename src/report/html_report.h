@@ -6,8 +6,10 @@
 
 #include <cstddef>
 #include <ostream>
+#include <string>
 
 #include "analysis/statistics_table.h"
+#include "analysis/text_file.h"
 #include "stats/tally_table.h"
 
 namespace vantor {
@@ -17,5 +19,9 @@ namespace vantor {
 // totals rows, at rows nB and nB + nR + 2. Every line ends with CR LF.
 void WriteHtmlReport(std::ostream& out, const TallyTable& tally, std::size_t nB, std::size_t nR,
                      const StatisticsTable& table);
+
+// Writes that report to path, in place of what was there only when complete.
+IoResult WriteReportFile(const std::string& path, const TallyTable& tally, std::size_t nB, std::size_t nR,
+                         const StatisticsTable& table);
 
 }  // namespace vantor

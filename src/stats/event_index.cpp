@@ -1,7 +1,5 @@
 #include "stats/event_index.h"
 
-
-#include "analysis/form1.h"
 #include "analysis/text_ops.h"
 #include "events/message_rules.h"
 
@@ -52,16 +50,16 @@ std::optional<std::size_t> EventIndex::Find(std::string_view name) const {
   return std::nullopt;
 }
 
-EventIndex::EventIndex(const Form1& form) {
+EventIndex::EventIndex(const Worksheet& sheet) {
   // The names live in names_; string_view keys must survive its growth.
-  names_.reserve(form.List2.Count() + form.List3.Count() + form.List10.Count());
-  WeaponLookup weapon_of(form.List4);
-  const std::size_t events = form.List2.Count();
+  names_.reserve(sheet.List2.Count() + sheet.List3.Count() + sheet.List10.Count());
+  WeaponLookup weapon_of(sheet.List4);
+  const std::size_t events = sheet.List2.Count();
   for (std::size_t m = 0; m < events; ++m) {
-    const std::string& killer_name = form.List2.At(m);
-    const std::size_t killer = Intern(form.List2, m);
-    const std::size_t victim = Intern(form.List3, m);
-    const std::string& method = form.List4.At(m);
+    const std::string& killer_name = sheet.List2.At(m);
+    const std::size_t killer = Intern(sheet.List2, m);
+    const std::size_t victim = Intern(sheet.List3, m);
+    const std::string& method = sheet.List4.At(m);
     players_[killer].frags += 1;
     players_[victim].deaths += 1;
     if (method == kSuicideMethod) players_[victim].suicides += 1;
@@ -72,10 +70,10 @@ EventIndex::EventIndex(const Form1& form) {
       players_[victim].SetFirst(killer, m, false);
     }
   }
-  for (std::size_t row = 0; row < form.List10.Count(); ++row) {
-    players_[Intern(form.List10, row)].sentry_kills += 1;
+  for (std::size_t row = 0; row < sheet.List10.Count(); ++row) {
+    players_[Intern(sheet.List10, row)].sentry_kills += 1;
   }
-  IndexFlags(form);
+  IndexFlags(sheet);
 }
 
 namespace {
@@ -89,15 +87,15 @@ std::string_view ColourOf(std::string_view action) {
 
 }  // namespace
 
-void EventIndex::IndexFlags(const Form1& form) {
+void EventIndex::IndexFlags(const Worksheet& sheet) {
   std::unordered_map<std::string_view, std::size_t> text_ids;
-  const std::size_t n = form.List5.Count();
+  const std::size_t n = sheet.List5.Count();
   for (std::size_t j = 0; j < n; ++j) {
-    const std::string& text = form.List5.At(j);
+    const std::string& text = sheet.List5.At(j);
     auto [it, added] = text_ids.try_emplace(text, flag_texts_.size());
     if (added) flag_texts_.push_back(FlagText{text});
     FlagText& entry = flag_texts_[it->second];
-    const std::string& action = form.List6.At(j);
+    const std::string& action = sheet.List6.At(j);
     const std::string_view colour = ColourOf(action);
     for (std::size_t k = 0; k < kFlagKindCount; ++k) {
       if (!Contains(action, kFlagKindNames[k])) continue;

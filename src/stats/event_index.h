@@ -10,13 +10,11 @@
 #include <unordered_map>
 #include <vector>
 
-#include "analysis/worksheet_list.h"
+#include "analysis/worksheet.h"
 #include "stats/flag_kinds.h"
 #include "stats/tally_table.h"
 
 namespace vantor {
-
-class Form1;
 
 class EventIndex {
  public:
@@ -41,7 +39,8 @@ class EventIndex {
     }
   };
 
-  explicit EventIndex(const Form1& form);
+  // Built once a run's event lists are final (after KillCheck).
+  explicit EventIndex(const Worksheet& sheet);
 
   // Every flag event whose player text contains name is credited to it,
   // so Al is credited with Alice's events too.
@@ -65,7 +64,7 @@ class EventIndex {
 
   std::size_t Intern(std::string_view name);
   std::size_t Intern(const WorksheetList& list, std::size_t row);
-  void IndexFlags(const Form1& form);
+  void IndexFlags(const Worksheet& sheet);
 
   std::vector<std::string> names_;
   std::vector<PlayerEvents> players_;

@@ -19,11 +19,6 @@ inline constexpr std::size_t kFlagKindCount = 6;
 inline constexpr std::array<std::string_view, kFlagKindCount> kFlagKindNames = {
     "Flag Defense", "Base Defense", "FC Frag", "FC Defense", "Flag Grab", "Flag Capture"};
 
-// The order in which the tallies ask for the kinds.
-inline constexpr std::array<FlagKind, kFlagKindCount> kTallyFlagOrder = {
-    FlagKind::FlagGrab, FlagKind::FCDefense, FlagKind::FlagCapture,
-    FlagKind::FlagDefense, FlagKind::BaseDefense, FlagKind::FCFrag};
-
 inline constexpr std::string_view kBlue = "Blue";
 inline constexpr std::string_view kRed = "Red";
 

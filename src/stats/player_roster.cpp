@@ -1,26 +1,23 @@
-// GetIndividualPlayers: the roster List7, the distinct killers and victims
-// in order of first appearance, killers before victims.
+#include "stats/player_roster.h"
 
 #include <vector>
 
-#include "analysis/form1.h"
 #include "analysis/text_ops.h"
 #include "events/message_rules.h"
 
 namespace vantor {
 
-void Form1::GetIndividualPlayers() {
+void GetIndividualPlayers(const WorksheetList& killers, const WorksheetList& victims, WorksheetList& roster) {
   // Per pool id: not met yet, or met. The lists share one pool, so a name
   // has the same id as killer and as victim.
-  std::vector<bool> met(List2.Pool().Size(), false);
+  std::vector<bool> met(roster.Pool().Size(), false);
   auto add = [&](TextId name) {
     if (met[name]) return;
     met[name] = true;
-    // "Himself" marks a suicide, not a player; so does any name holding it.
-    if (!Contains(List2.Pool().Text(name), kSuicideKiller)) List7.AppendId(name);
+    if (!Contains(roster.Pool().Text(name), kSuicideKiller)) roster.AppendId(name);
   };
-  for (TextId killer : List2.Ids()) add(killer);
-  for (TextId victim : List3.Ids()) add(victim);
+  for (TextId killer : killers.Ids()) add(killer);
+  for (TextId victim : victims.Ids()) add(victim);
 }
 
 }  // namespace vantor

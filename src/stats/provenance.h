@@ -9,25 +9,12 @@
 #include <vector>
 
 #include "analysis/source_line.h"
+#include "stats/counts.h"
 #include "stats/flag_kinds.h"
 #include "stats/run_record.h"
 #include "stats/weapon_table.h"
 
 namespace vantor {
-
-// The counts of a slot: the ten of the statistics table, then the 42 weapons.
-enum class CountKind : std::size_t {
-  kFrags, kDeaths, kSuicides, kFlagGrabs, kFCDefends, kFlagCaptures, kFlagDefends,
-  kBaseDefends, kFCKills, kSentryKills, kFirstWeapon
-};
-inline constexpr std::size_t kCountKinds = static_cast<std::size_t>(CountKind::kFirstWeapon) + kWeaponCount;
-inline CountKind WeaponCount(Weapon w) {
-  return static_cast<CountKind>(static_cast<std::size_t>(CountKind::kFirstWeapon) + Index(w));
-}
-// "frags", "deaths", ... "sentry_kills", then the weapons' method names.
-std::string CountName(CountKind kind);
-// The slot's value of that count in the tally table.
-Count CountOf(const PlayerTally& slot, CountKind kind);
 
 // The places and texts of the lines of the events behind one count of one
 // slot, in event order. (Empty places and texts when the run kept none;

@@ -1,14 +1,6 @@
-// Team assignment: flag events seed the teams, then each propagation pass
-// puts an opponent of a Blue member into Red and an opponent of a Red
-// member into Blue, along each player's first deciding kill event.
+#include "stats/team_assignment.h"
 
-#include <string>
 #include <unordered_set>
-#include <vector>
-
-#include "analysis/form1.h"
-#include "analysis/text_ops.h"
-#include "stats/event_index.h"
 
 namespace vantor {
 
@@ -22,72 +14,64 @@ NameSet Members(const WorksheetList& team) {
   return NameSet(rows.begin(), rows.end());
 }
 
-std::optional<SourceLine> SourceAt(const EventSources& sources, std::size_t row) {
-  if (row < sources.size()) return sources[row].place;
-  return std::nullopt;
+// The place of an event row, when its list keeps places.
+std::optional<SourceLine> PlaceOf(const WorksheetList& events, std::size_t row) {
+  if (!events.KeepsPlaces() || row >= events.Count()) return std::nullopt;
+  return events.PlaceAt(row).place;
 }
 
 // The flag event that seeded a player's team: that of the last kind asked
 // for that credited a coloured event, as the colour left behind is its.
-TeamReason SeedReason(const FlagCredit& flags, const EventSources& flag_sources, std::string_view team) {
+TeamReason SeedReason(const FlagCredit& flags, const WorksheetList& flag_events, std::string_view team) {
   TeamReason reason = TeamReason::Because(TeamReason::Kind::kFlagEvent, std::string(team));
   for (std::size_t k = 0; k < kFlagKindCount; ++k) {
     if (flags.colours[k].empty()) continue;
     reason.flag_kind = std::string(kFlagKindNames[k]);
     reason.row = flags.rows[k];
-    reason.line = flags.rows[k] ? SourceAt(flag_sources, *flags.rows[k]) : std::nullopt;
+    reason.line = flags.rows[k] ? PlaceOf(flag_events, *flags.rows[k]) : std::nullopt;
   }
   return reason;
 }
 
+void AppendMember(Worksheet& sheet, TeamReasons& reasons, const std::string& name, TeamReason reason) {
+  const bool blue = reason.team == kBlue;
+  (blue ? sheet.List8 : sheet.List9).Append(name);
+  (blue ? reasons.blue : reasons.red).push_back(std::move(reason));
+}
+
 }  // namespace
 
-void Form1::SplitByColor() {
-  const std::size_t n = List7.Count();
+void SplitByColor(Worksheet& sheet, const EventIndex& events, TallyTable& tally, TeamColours& strPlayerTeam,
+                  TeamReasons& reasons) {
+  const std::size_t n = sheet.List7.Count();
   if (strPlayerTeam.size() < n) strPlayerTeam.resize(n);
   if (tally.size() < n) tally.resize(n);
   std::vector<FlagCredit> credits;
   credits.reserve(n);
   for (std::size_t i = 0; i < n; ++i) {
-    const FlagCredit& flags = credits.emplace_back(GetFlagInfo(List7.At(i)));
-    PlayerTally& slot = tally[i];
-    slot.strPlayerName = List7.At(i);
-    slot.intFlagDefends = flags.counts[Index(FlagKind::FlagDefense)];
-    slot.intBaseDefends = flags.counts[Index(FlagKind::BaseDefense)];
-    slot.intFCKills = flags.counts[Index(FlagKind::FCFrag)];
-    slot.intFCDefends = flags.counts[Index(FlagKind::FCDefense)];
-    slot.intFlagGrabs = flags.counts[Index(FlagKind::FlagGrab)];
-    slot.intFlagCaptures = flags.counts[Index(FlagKind::FlagCapture)];
+    const FlagCredit& flags = credits.emplace_back(events.FlagsOf(sheet.List7.At(i)));
+    tally[i].strPlayerName = sheet.List7.At(i);
+    for (const CountRow& count : kCounts) {
+      if (count.flag) tally[i].*count.field = flags.counts[Index(*count.flag)];
+    }
     // The colour that stays is the one of the last kind asked for that
     // credited a coloured event.
     for (std::string_view colour : flags.colours) {
       if (!colour.empty()) strPlayerTeam[i] = colour;
     }
   }
-  propagation_pass_ = 0;
   for (std::size_t i = 0; i < n; ++i) {
     if (strPlayerTeam[i] != kBlue && strPlayerTeam[i] != kRed) continue;
-    const bool blue = strPlayerTeam[i] == kBlue;
-    AppendMember(blue ? List8 : List9, blue ? List8Reasons : List9Reasons, tally[i].strPlayerName,
-                 SeedReason(credits[i], FlagSources, strPlayerTeam[i]));
+    AppendMember(sheet, reasons, tally[i].strPlayerName, SeedReason(credits[i], sheet.List5, strPlayerTeam[i]));
   }
 }
 
-void Form1::AppendMember(WorksheetList& team, std::vector<TeamReason>& reasons, const std::string& name,
-                         TeamReason reason) {
-  team.Append(name);
-  reasons.push_back(std::move(reason));
-}
-
-void Form1::subCheckTeam() {
-  ++propagation_pass_;
-  // Members appended during this pass become known only in the next one.
-  const NameSet blue = Members(List8);
-  const NameSet red = Members(List9);
-  const EventIndex& events = Events();
-  const std::size_t roster = List7.Count();
+void subCheckTeam(Worksheet& sheet, const EventIndex& events, int pass, TeamReasons& reasons) {
+  const NameSet blue = Members(sheet.List8);
+  const NameSet red = Members(sheet.List9);
+  const std::size_t roster = sheet.List7.Count();
   for (std::size_t i = 0; i < roster; ++i) {
-    const std::string name = List7.At(i);
+    const std::string name = sheet.List7.At(i);
     if (blue.count(name) != 0 || red.count(name) != 0) continue;
     const auto id = events.Find(name);
     if (!id) continue;
@@ -95,12 +79,28 @@ void Form1::subCheckTeam() {
     if (!player.first_opponent) continue;
     const std::string& other = events.Name(*player.first_opponent);
     auto reason = [&](std::string_view team) {
-      return TeamReason{TeamReason::Kind::kPropagated, std::string(team), "", propagation_pass_, other,
-                        player.first_as_killer, player.first_row, SourceAt(KillSources, player.first_row)};
+      return TeamReason{TeamReason::Kind::kPropagated, std::string(team), "",      pass, other,
+                        player.first_as_killer,        player.first_row,  PlaceOf(sheet.List2, player.first_row)};
     };
-    if (blue.count(other) != 0) AppendMember(List9, List9Reasons, name, reason(kRed));
-    if (red.count(other) != 0) AppendMember(List8, List8Reasons, name, reason(kBlue));
+    if (blue.count(other) != 0) AppendMember(sheet, reasons, name, reason(kRed));
+    if (red.count(other) != 0) AppendMember(sheet, reasons, name, reason(kBlue));
   }
+}
+
+TeamReason NonMemberReason(const EventIndex& events, std::string_view name, const WorksheetList& killers) {
+  const auto id = events.Find(name);
+  if (!id) return TeamReason::Because(TeamReason::Kind::kNoDecidingEvent);
+  const EventIndex::PlayerEvents& player = events.Player(*id);
+  if (!player.first_opponent) {
+    const bool only_suicides = player.suicides > 0 && player.frags == 0 && player.deaths == player.suicides;
+    return TeamReason::Because(only_suicides ? TeamReason::Kind::kOnlySuicides : TeamReason::Kind::kNoDecidingEvent);
+  }
+  TeamReason reason = TeamReason::Because(TeamReason::Kind::kOpponentWithoutTeam);
+  reason.other = events.Name(*player.first_opponent);
+  reason.as_killer = player.first_as_killer;
+  reason.row = player.first_row;
+  reason.line = PlaceOf(killers, player.first_row);
+  return reason;
 }
 
 }  // namespace vantor

@@ -1,6 +1,8 @@
 #include "ui/display_stats.h"
 
 #include <QAction>
+#include <QFile>
+#include <QFileDialog>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -14,6 +16,8 @@
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
 #include "report/report_path.h"
+#include "report/run_outputs.h"
+#include "stats/counts.h"
 #include "ui/command_lock.h"
 #include "ui/desktop.h"
 #include "ui/frm_options.h"
@@ -143,7 +147,7 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
                   {&DisplayStats::lstFCKills, "lstFCKills"},
                   {&DisplayStats::lstSentKill, "lstSentKill"}}};
   for (int c = 0; c < static_cast<int>(columns.size()); ++c) {
-    const std::string_view heading = StatisticsTable::kHeadings[c];
+    const std::string_view heading = ColumnHeading(c);
     grid.addWidget(Heading(heading), kHeadingRow, c);
     QListWidget* list = this->*columns[c].first = StatisticsList(columns[c].second);
     // The five left lists share the bottom row; the six right ones reach up
@@ -158,11 +162,36 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
   lstFlagGrabs->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   lstSentKill->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   LinkStatisticsLists(Lists());
-  for (QListWidget* list : {lstName, lstFrags, lstDeaths, lstSuicides, lstFlagGrabs, lstFCDefends, lstFlagCaptures,
-                            lstFlagDefends, lstBaseDefends, lstFCKills, lstSentKill}) {
+  CreateTableMenu();
+  for (QListWidget* list : Lists()) {
     connect(list, &QListWidget::itemDoubleClicked, this,
             [this, list](QListWidgetItem* item) { ShowPlayerDetails(list->row(item)); });
+    list->setContextMenuPolicy(Qt::ActionsContextMenu);
+    list->addActions({mnuExportCsv, mnuExportJson});
   }
+}
+
+void DisplayStats::CreateTableMenu() {
+  mnuExportCsv = new QAction("Export as CSV...", this);
+  mnuExportCsv->setObjectName("mnuExportCsv");
+  mnuExportJson = new QAction("Export as JSON...", this);
+  mnuExportJson->setObjectName("mnuExportJson");
+  connect(mnuExportCsv, &QAction::triggered, this, [this] { ExportRun(ExportFormat::kCsv); });
+  connect(mnuExportJson, &QAction::triggered, this, [this] { ExportRun(ExportFormat::kJson); });
+}
+
+void DisplayStats::ExportRun(ExportFormat format) {
+  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->LastRun() : nullptr;
+  if (!run || running_) return;
+  const bool csv = format == ExportFormat::kCsv;
+  QFileDialog dialog(this, csv ? "Export as CSV" : "Export as JSON");
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters({csv ? "CSV files (*.csv)" : "JSON files (*.json)", "All files (*)"});
+  dialog.setDefaultSuffix(csv ? "csv" : "json");
+  if (desktop_.Exec(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  const std::string path = QFile::encodeName(dialog.selectedFiles().first()).toStdString();
+  const IoResult result = WriteExportFile(format, *run, path);
+  if (!result.ok) host_->ShowMessage(result.message, MessageIcon::kCritical);
 }
 
 void DisplayStats::CreateAboutLabels(QGridLayout& grid) {
@@ -199,11 +228,11 @@ void DisplayStats::CreateForm1() {
   host_->OnStatisticsFilled([this] { ShowStatistics(); });
   form1_ = std::make_unique<Form1>(*host_);
   // The details window explains every number, so the run keeps the places.
-  form1_->KeepProvenance(true);
+  form1_->KeepPlaces(true);
 }
 
 void DisplayStats::ShowPlayerDetails(int row) {
-  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->SharedLastRun() : nullptr;
+  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->LastRun() : nullptr;
   if (!run || lstName->count() == 0) return;
   // Rows: the Blue members, Blue's totals, the blank row, the Red members, Red's totals.
   const auto blue = static_cast<int>(run->blue_count);

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <memory>
 
+#include "report/run_outputs.h"
 #include "ui/file_open_dialog.h"
 #include "ui/statistics_lists.h"
 
@@ -45,6 +46,9 @@ class DisplayStats : public QMainWindow {
   void CreateAboutLabels(QGridLayout& grid);
   void CreateProcessControls(QGridLayout& grid);
   void CreateForm1();
+  // The table's context menu: the run's exports, as vantor-cli writes them.
+  void CreateTableMenu();
+  void ExportRun(ExportFormat format);
 
   // The commands.
   void OpenLog();
@@ -72,6 +76,8 @@ class DisplayStats : public QMainWindow {
   QAction* mnuOptions = nullptr;
   QPushButton* cmdProcess = nullptr;
   QProgressBar* prgProgress = nullptr;
+  QAction* mnuExportCsv = nullptr;
+  QAction* mnuExportJson = nullptr;
 
   QListWidget* lstName = nullptr;
   QListWidget* lstFrags = nullptr;

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "analysis/side_file_directory.h"
 #include "ui/desktop.h"
 #include "ui/file_open_dialog.h"
 #include "ui/settings.h"
@@ -23,12 +24,6 @@ namespace vantor {
 namespace {
 
 constexpr char kTitle[] = "Vantor Log Analyzer";
-// The user's own place for the side files, under $XDG_DATA_HOME (by
-// default ~/.local/share); vantor-cli uses the same one.
-constexpr char kUserSideFileDirectory[] = "vantor-log-analyzer";
-constexpr char kSideFileNotice[] =
-    "Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to %1, "
-    "because the program's directory cannot be written.";
 
 // The bar counts in int; a larger range is cut off at the top.
 int BarPosition(std::int64_t value) {
@@ -92,22 +87,17 @@ std::string GuiHost::ReadSetting(std::string_view key) const {
 }
 
 std::string GuiHost::ProgramDirectory() const {
-  const QString program_dir = desktop_.ProgramDirectory();
-  if (QFileInfo(program_dir).isWritable()) return QFile::encodeName(program_dir).toStdString();
-  // A system-wide install: the side files go to the user's own directory.
-  // When it cannot be made either, writing the side files says so.
-  const QString user_dir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + '/' +
-                           kUserSideFileDirectory;
-  QDir().mkpath(user_dir);
-  SayWhereSideFilesGo(user_dir);
-  return QFile::encodeName(user_dir).toStdString();
+  const std::string program_dir = QFile::encodeName(desktop_.ProgramDirectory()).toStdString();
+  const SideFileDirectory side = ChooseSideFileDirectory(program_dir);
+  if (side.path != program_dir) SayWhereSideFilesGo(side.path);
+  return side.path;
 }
 
-void GuiHost::SayWhereSideFilesGo(const QString& dir) const {
+void GuiHost::SayWhereSideFilesGo(const std::string& dir) const {
   // Said once: the settings remember it across sessions, until the place changes.
-  if (SideFileNoticeShown() == dir) return;
-  RememberSideFileNoticeShown(dir);
-  QMessageBox box(QMessageBox::Information, kTitle, QString(kSideFileNotice).arg(dir), QMessageBox::Ok,
+  if (SideFileNoticeShown() == FromLocalBytes(dir)) return;
+  RememberSideFileNoticeShown(FromLocalBytes(dir));
+  QMessageBox box(QMessageBox::Information, kTitle, FromLocalBytes(SideFileNotice(dir)), QMessageBox::Ok,
                   controls_.owner);
   box.setTextFormat(Qt::PlainText);  // a folder name is shown as it is, never as markup
   desktop_.Exec(box);

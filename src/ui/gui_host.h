@@ -54,7 +54,7 @@ class GuiHost : public Host {
   void OpenDocument(const std::string& path) override;
 
  private:
-  void SayWhereSideFilesGo(const QString& dir) const;
+  void SayWhereSideFilesGo(const std::string& dir) const;
 
   Desktop& desktop_;
   HostControls controls_;

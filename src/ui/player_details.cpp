@@ -20,9 +20,6 @@ namespace vantor {
 namespace {
 
 constexpr int kCountKindRole = Qt::UserRole;
-constexpr const char* kCountLabels[] = {"Frags",        "Deaths",       "Suicides",    "Flag Grabs",
-                                        "FC Defends",   "Flag Captures", "Flag Defends", "Base Defends",
-                                        "FC Kills",     "Sentry Kills"};
 
 // The text of a report fragment without its markup.
 QString WithoutTags(std::string_view html) {
@@ -161,21 +158,24 @@ void PlayerDetails::LayOut() {
 
 void PlayerDetails::FillCounts() {
   const PlayerTally& t = run_->members[slot_];
-  for (std::size_t k = 0; k < std::size(kCountLabels); ++k) AddCountRow(kCountLabels[k], k, CountOf(t, static_cast<CountKind>(k)));
+  for (std::size_t k = 0; k < kCounts.size(); ++k) {
+    AddCountRow(QString::fromLatin1(kCounts[k].label.data(), kCounts[k].label.size()), k, t.*kCounts[k].field);
+  }
   std::vector<bool> shown(kWeaponCount, false);
   for (const ClassTable& table : kClassTables) {
     AddGroupRow(WithoutTags(table.heading));
     for (const ClassColumn& column : table.columns) {
       const CountKind kind = column.value.sentry_kills ? CountKind::kSentryKills : WeaponCount(column.value.weapon);
       if (!column.value.sentry_kills) shown[Index(column.value.weapon)] = true;
-      AddCountRow(WithoutTags(column.header), static_cast<std::size_t>(kind), column.value.Of(t));
+      AddCountRow(WithoutTags(column.header), Index(kind), column.value.Of(t));
     }
   }
   if (std::find(shown.begin(), shown.end(), false) == shown.end()) return;
   AddGroupRow("Other weapons");
   for (std::size_t w = 0; w < kWeaponCount; ++w) {
     if (shown[w]) continue;
-    AddCountRow(QString::fromLatin1(kWeaponTable[w].method_name.data()), static_cast<std::size_t>(WeaponCount(static_cast<Weapon>(w))), t.weapons[w]);
+    AddCountRow(QString::fromLatin1(kWeaponTable[w].method_name.data()), Index(WeaponCount(static_cast<Weapon>(w))),
+                t.weapons[w]);
   }
 }
 
@@ -226,7 +226,7 @@ void PlayerDetails::ShowLinesOfSelectedCount() {
   if (selected.isEmpty()) return;
   const QVariant kind = counts_->item(selected.first()->row(), 0)->data(kCountKindRole);
   if (!kind.isValid()) return;
-  for (const EventSource& line : LinesOf(*run_, slot_, static_cast<CountKind>(kind.toULongLong()))) {
+  for (const EventSource& line : LinesOf(*run_, slot_, CountKindAt(kind.toULongLong()))) {
     lines_->addItem(DescribeLine(*run_, line));
   }
 }

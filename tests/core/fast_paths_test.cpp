@@ -11,7 +11,7 @@
 #include "analysis/log_import.h"
 #include "analysis/string_pool.h"
 #include "analysis/text_ops.h"
-#include "events/message_matcher.h"
+#include "events/rule_set.h"
 #include "events/message_rules.h"
 
 namespace vantor::testing {

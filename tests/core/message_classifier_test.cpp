@@ -221,26 +221,5 @@ TEST(KillCheck, ClassifiesLogsBeyondSixteenBitRowCounts) {
   EXPECT_EQ(result.unknown, (std::vector<std::string>{"the last line is unknown"}));
 }
 
-TEST(SplitWeaponKill, WorkedCutAndConsumedLines) {
-  FakeHost host;
-  Form1 form(host);
-  form.List1.Append("Alpha almost dodged Bravo's Napalm Rocket");
-  EXPECT_TRUE(SplitWeaponKill(form, form.List1.At(0), " almost dodged ", " Napalm Rocket",
-                              "Napalm Rocket Splash", 0));
-  EXPECT_EQ(form.List1.At(0), "");
-  EXPECT_EQ(form.List2.Rows(), (std::vector<std::string>{"Bravo"}));
-  EXPECT_EQ(form.List3.Rows(), (std::vector<std::string>{"Alpha"}));
-  // No match: nothing changes.
-  form.List1.Append("Alpha almost dodged Bravo");
-  EXPECT_FALSE(SplitWeaponKill(form, form.List1.At(1), " almost dodged ", " Rocket", "Rocket Splash", 1));
-  EXPECT_EQ(form.List1.At(1), "Alpha almost dodged Bravo");
-  EXPECT_EQ(form.List2.Count(), 1u);
-  // Matched but a name too short: consumed without an event.
-  form.List1.Append("Alpha almost dodged Bob's Rocket");
-  EXPECT_TRUE(SplitWeaponKill(form, form.List1.At(2), " almost dodged ", " Rocket", "Rocket Splash", 2));
-  EXPECT_EQ(form.List1.At(2), "");
-  EXPECT_EQ(form.List2.Count(), 1u);
-}
-
 }  // namespace
 }  // namespace vantor::testing

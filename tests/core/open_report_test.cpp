@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "analysis/form1.h"
-#include "report/open_report.h"
+#include "report/unknown_lines.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
 
@@ -21,7 +21,7 @@ void EndRun(FakeHost& host, const std::vector<std::string>& unknown) {
   Form1 form(host);
   for (const std::string& line : unknown) form.List1.Append(line);
   form.GetIndivStats();
-  subOpenHtml(form);
+  form.subOpenHtml();
   EXPECT_EQ(form.List1.Rows(), unknown);
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "report/statistics_export.h"
+#include "report/run_outputs.h"
 
 namespace vantor::testing {
 namespace {

@@ -160,9 +160,12 @@ class PlayerDetailsTest : public QObject {
     vantor::RunRecord run;
     run.files = {"/logs/night.log"};
     auto pool = std::make_shared<vantor::StringPool>();
-    run.events.kill_sources = {{vantor::SourceLine::At(0, 12), pool->Intern("Bravo was railed by Alpha")}};
-    run.events.flag_sources = {{vantor::SourceLine::At(0, 3), pool->Intern("Alpha got the RED flag!")}};
-    run.events.pool = pool;
+    run.events.killer = vantor::WorksheetList(pool);
+    run.events.killer.KeepPlaces(true);
+    run.events.killer.Append("Alpha", {vantor::SourceLine::At(0, 12), pool->Intern("Bravo was railed by Alpha")});
+    run.events.flag_text = vantor::WorksheetList(pool);
+    run.events.flag_text.KeepPlaces(true);
+    run.events.flag_text.Append("Alpha", {vantor::SourceLine::At(0, 3), pool->Intern("Alpha got the RED flag!")});
     using Kind = vantor::TeamReason::Kind;
     const struct {
       vantor::TeamReason reason;

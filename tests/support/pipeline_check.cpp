@@ -8,7 +8,7 @@
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
 #include "reference/naive_statistics.h"
-#include "report/statistics_export.h"
+#include "report/run_outputs.h"
 #include "stats/provenance.h"
 #include "support/fake_host.h"
 #include "support/reference_run.h"
@@ -200,7 +200,7 @@ std::vector<std::string> RunPipelineCase(const PipelineCase& c, const std::files
   host.append = c.logs.size() > 1;
   if (c.output_dir) host.settings["OutputDir"] = p.O.string();
   Form1 form(host);
-  form.KeepProvenance(c.keep_provenance);
+  form.KeepPlaces(c.keep_provenance);
   for (const std::string& log : p.logs) {
     host.chosen_log = (p.L / log).string();
     form.LoadFile();
@@ -214,7 +214,7 @@ std::vector<std::string> RunPipelineCase(const PipelineCase& c, const std::files
   CheckHost(f, host, p);
   CheckFiles(f, c, p);
   CheckAgainstLiteral(f, c, p, host.filled);
-  if (const RunRecord* run = form.LastRun()) CheckExplanations(f, c, *run);
+  if (const auto run = form.LastRun()) CheckExplanations(f, c, *run);
   return f;
 }
 

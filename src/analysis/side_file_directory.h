@@ -1,9 +1,9 @@
 #pragma once
-// Where vantor-cli writes the side files when --side-dir does not say. They
-// belong in the program's directory; after a system-wide install that
-// directory cannot be written, and they go to a directory of the user's own
-// instead: $XDG_DATA_HOME/vantor-log-analyzer, or
-// ~/.local/share/vantor-log-analyzer (the desktop program's choice too).
+// Where the side files go when the user has not said: they belong in the
+// program's directory; after a system-wide install that directory cannot
+// be written, and they go to a directory of the user's own instead:
+// $XDG_DATA_HOME/vantor-log-analyzer, or ~/.local/share/vantor-log-analyzer.
+// Both programs follow this rule; each host decides how to give the notice.
 
 #include <string>
 

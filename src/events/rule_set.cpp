@@ -1,14 +1,13 @@
-#include "events/message_matcher.h"
+#include "events/rule_set.h"
 
-#include <array>
 #include <bitset>
 
 namespace vantor {
 
 namespace {
 
-// The bytes that follow a space somewhere in a line. Every rule's fragment
-// and suffix starts with a space, so a rule whose second byte never
+// The bytes that follow a space somewhere in a line. Every built-in rule's
+// fragment and suffix starts with a space, so a rule whose second byte never
 // follows a space in the line cannot match it.
 using Followers = std::bitset<256>;
 
@@ -28,9 +27,26 @@ bool MayOccur(std::string_view text, const Followers& followers) {
 
 }  // namespace
 
-Recognition RecognizeLine(std::string_view line) {
+RuleSet::RuleSet(std::span<const MessageRule> rules) {
+  auto texts = std::make_shared<std::deque<std::string>>();
+  const auto own = [&](std::string_view text) { return std::string_view(texts->emplace_back(text)); };
+  for (MessageRule rule : rules) {
+    rule.fragment = own(rule.fragment);
+    rule.weapon_suffix = own(rule.weapon_suffix);
+    rule.name_recorded = own(rule.name_recorded);
+    rules_.push_back(rule);
+  }
+  texts_ = std::move(texts);
+}
+
+const RuleSet& RuleSet::BuiltIn() {
+  static const RuleSet built_in(kMessageRules);
+  return built_in;
+}
+
+Recognition RuleSet::Recognize(std::string_view line) const {
   const Followers followers = FollowersOf(line);
-  for (const MessageRule& rule : kMessageRules) {
+  for (const MessageRule& rule : rules_) {
     if (!MayOccur(rule.fragment, followers)) continue;
     if (!rule.weapon_suffix.empty() && !MayOccur(rule.weapon_suffix, followers)) continue;
     const LineCut cut = CutByRule(rule, line);

@@ -1,4 +1,4 @@
-#include "cli/side_file_directory.h"
+#include "analysis/side_file_directory.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "report/statistics_export.h"
+#include "report/run_outputs.h"
 
 #include <algorithm>
 #include <map>
@@ -55,8 +55,8 @@ void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
   const PlayerTally& t = run.members[slot];
   out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonText(t.strPlayerName)
       << ", \"team\": \"" << run.TeamOf(slot) << "\",\n     \"counts\": {";
-  for (std::size_t k = 0; k < static_cast<std::size_t>(CountKind::kFirstWeapon); ++k) {
-    out << (k ? ", " : "") << "\"" << CountName(static_cast<CountKind>(k)) << "\": " << CountOf(t, static_cast<CountKind>(k));
+  for (std::size_t k = 0; k < kCounts.size(); ++k) {
+    out << (k ? ", " : "") << "\"" << kCounts[k].export_name << "\": " << t.*kCounts[k].field;
   }
   out << "},\n     \"weapons\": {";
   for (std::size_t w = 0; w < kWeaponCount; ++w) {
@@ -97,7 +97,7 @@ void WriteJsonExport(std::ostream& out, const RunRecord& run) {
   out << "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": " << kJsonExportVersion
       << ",\n  \"logs\": [";
   for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(PathToUtf8(run.files[i]));
-  out << "],\n  \"unknown_lines\": " << run.events.unknown.size() << ",\n  \"members\": [\n";
+  out << "],\n  \"unknown_lines\": " << run.events.unknown.Count() << ",\n  \"members\": [\n";
   for (std::size_t s = 0; s < run.members.size(); ++s) {
     WriteMember(out, run, s);
     out << (s + 1 < run.members.size() ? ",\n" : "\n");
@@ -118,11 +118,11 @@ void WriteJsonExport(std::ostream& out, const RunRecord& run) {
 
 void WriteCsvExport(std::ostream& out, const RunRecord& run) {
   out << "slot,name,team";
-  for (std::size_t k = 0; k < kCountKinds; ++k) out << "," << CsvField(CountName(static_cast<CountKind>(k)));
+  for (std::size_t k = 0; k < kCountKinds; ++k) out << "," << CsvField(CountName(CountKindAt(k)));
   out << "\r\n";
   for (std::size_t s = 0; s < run.members.size(); ++s) {
     out << s + 1 << "," << CsvField(run.members[s].strPlayerName) << "," << run.TeamOf(s);
-    for (std::size_t k = 0; k < kCountKinds; ++k) out << "," << CountOf(run.members[s], static_cast<CountKind>(k));
+    for (std::size_t k = 0; k < kCountKinds; ++k) out << "," << CountOf(run.members[s], CountKindAt(k));
     out << "\r\n";
   }
 }
@@ -135,7 +135,7 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
   std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
   // A log repeats its unknown lines: each distinct one is shaped once.
   std::map<TextId, std::size_t> per_line;
-  for (TextId line : run.events.unknown) ++per_line[line];
+  for (TextId line : run.events.unknown.Ids()) ++per_line[line];
   std::map<std::string, std::size_t> counts;
   for (const auto& [line, n] : per_line) counts[ShapeOf(run.Text(line), names)] += n;
   std::vector<std::pair<std::size_t, std::string>> ranked;
@@ -146,6 +146,31 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
     lines.push_back(std::to_string(ranked[i].first) + "\t" + ranked[i].second);
   }
   return lines;
+}
+
+IoResult WriteExportFile(ExportFormat format, const RunRecord& run, const std::string& path) {
+  std::ostringstream bytes;
+  if (format == ExportFormat::kJson) {
+    WriteJsonExport(bytes, run);
+  } else {
+    WriteCsvExport(bytes, run);
+  }
+  TextFileWriter file(path);
+  file.WriteRaw(bytes.view());
+  return file.Commit();
+}
+
+void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, Host& host, std::ostream& summary_out) {
+  const auto write = [&](ExportFormat format, const std::optional<std::string>& path) {
+    if (!path) return;
+    const IoResult result = WriteExportFile(format, run, *path);
+    if (!result.ok) host.ShowMessage(result.message, MessageIcon::kCritical);
+  };
+  write(ExportFormat::kJson, outputs.json);
+  write(ExportFormat::kCsv, outputs.csv);
+  if (!outputs.unknown_summary) return;
+  summary_out << "Unrecognised lines, most frequent shapes first (count, shape):\n";
+  for (const std::string& line : UnknownLineShapes(run, 20)) summary_out << line << "\n";
 }
 
 }  // namespace vantor

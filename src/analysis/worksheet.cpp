@@ -1,0 +1,19 @@
+#include "analysis/worksheet.h"
+
+namespace vantor {
+
+void Worksheet::Empty() {
+  const auto pool = std::make_shared<StringPool>();
+  for (WorksheetList* list :
+       {&List1, &List2, &List3, &List4, &List5, &List6, &List7, &List8, &List9, &List10}) {
+    list->Rebind(pool);
+  }
+  SourceFiles.clear();
+}
+
+void Worksheet::KeepPlaces(bool keep) {
+  for (WorksheetList* list : {&List1, &List2, &List5, &List10}) list->KeepPlaces(keep);
+  Empty();
+}
+
+}  // namespace vantor

@@ -1,0 +1,43 @@
+#pragma once
+// The worksheet: the ten lists that carry every intermediate result of a
+// run from one stage to the next, and the logs its rows came from.
+
+#include <string>
+#include <vector>
+
+#include "analysis/worksheet_list.h"
+
+namespace vantor {
+
+struct Worksheet {
+  // Rows of List2/List3/List4 are parallel (killer, victim, method of one
+  // kill or suicide), as are List5/List6 (player text and action of one
+  // flag event).
+  WorksheetList List1;   // kept log lines; after KillCheck, the unknown ones
+  WorksheetList List2;   // killer, "Himself" for a suicide
+  WorksheetList List3;   // victim
+  WorksheetList List4;   // method
+  WorksheetList List5;   // flag event player text
+  WorksheetList List6;   // flag action
+  WorksheetList List7;   // roster
+  WorksheetList List8;   // Blue members
+  WorksheetList List9;   // Red members
+  WorksheetList List10;  // destroyers of sentry guns
+
+  // The logs of the run, by SourceLine::file; kept with the places.
+  std::vector<std::string> SourceFiles;
+
+  Worksheet() { Empty(); }
+
+  // Empties the ten lists in order, with a new pool for all of them: a
+  // name has one id wherever it stands, and the texts of earlier runs are
+  // let go.
+  void Empty();
+  // Whether rows carry the log lines they came from: List1 its kept lines,
+  // List2 its kill events (for List3 and List4 too), List5 its flag events
+  // (for List6 too), List10 its sentry events. Switching empties the lists.
+  void KeepPlaces(bool keep);
+  bool KeepsPlaces() const { return List1.KeepsPlaces(); }
+};
+
+}  // namespace vantor

@@ -1,0 +1,46 @@
+#pragma once
+// What is written after a run from what it counted, by both programs:
+// exports for league sites and spreadsheets, JSON (every member
+// slot with its team, counts, weapon counts and team explanation, the
+// players without a team, the kill matrix, the count of unrecognised
+// lines; the schema is docs/json-schema.md) and CSV (one row per member
+// slot, RFC 4180). Both are UTF-8, names decoded from Windows-1252.
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "analysis/host.h"
+#include "analysis/text_file.h"
+#include "stats/run_record.h"
+
+namespace vantor {
+
+inline constexpr int kJsonExportVersion = 1;
+
+void WriteJsonExport(std::ostream& out, const RunRecord& run);
+void WriteCsvExport(std::ostream& out, const RunRecord& run);
+
+// The most frequent shapes of the unrecognised lines, player names of the
+// roster (three characters or more) replaced by "<player>": up to limit
+// lines of "count<TAB>shape", most frequent first.
+std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t limit);
+
+enum class ExportFormat { kJson, kCsv };
+
+// Writes the export to path through a temporary file renamed into place.
+IoResult WriteExportFile(ExportFormat format, const RunRecord& run, const std::string& path);
+
+// The outputs a user asked for after a run.
+struct RunOutputs {
+  std::optional<std::string> json;  // path of the JSON export
+  std::optional<std::string> csv;   // path of the CSV export
+  bool unknown_summary = false;     // the most frequent unknown line shapes, to summary_out
+};
+
+// Writes what outputs asks for; a failed write is shown through host and
+// the others are still written.
+void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, Host& host, std::ostream& summary_out);
+
+}  // namespace vantor
