@@ -4,12 +4,12 @@
 // opened, and the program directory is a given (scratch) directory.
 
 #include <QDialog>
-#include <QFileInfo>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QSettings>
 #include <QString>
+#include <QTemporaryDir>
 #include <QUrl>
 #include <cstdio>
 

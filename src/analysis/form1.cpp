@@ -59,7 +59,8 @@ void Form1::GetIndivStats() {
   const std::size_t nR = List9.Count();
   const auto maximum = static_cast<std::int64_t>((nB + nR) * 100 + 50);
   host_.SetProgressMaximum(maximum);
-  CountTallies(*this, Events(), tally, strPlayerTeam, [&](std::int64_t value) { host_.SetProgressValue(value); });
+  CountTallies(*this, Events(), tally, strPlayerTeam,
+               [&](std::int64_t value) { host_.SetProgressValue(value); });
   host_.SetProgressValue(maximum * 8 / 10);
   FillStatisticsTable(tally, nB, host_.Statistics());
   host_.StatisticsFilled();

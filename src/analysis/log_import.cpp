@@ -14,8 +14,8 @@ namespace vantor {
 
 namespace {
 
-constexpr std::array<std::string_view, 11> kColorCodes = {
-    "^1", "^2", "^3", "^4", "^5", "^6", "^7", "^8", "^9", "^0", "^"};
+constexpr std::array<std::string_view, 11> kColorCodes = {"^1", "^2", "^3", "^4", "^5", "^6",
+                                                          "^7", "^8", "^9", "^0", "^"};
 
 std::string ReadFailure(const std::string& path, int error) {
   return "Could not read " + path + ": " + std::strerror(error);
@@ -137,8 +137,8 @@ class KeptLines {
   static constexpr std::size_t kBatchBytes = 1 << 18;
 
   struct Batch {
-    std::string bytes;              // the lines, one after the other
-    std::vector<std::size_t> ends;  // where each of them ends in bytes
+    std::string bytes;                   // the lines, one after the other
+    std::vector<std::size_t> ends;       // where each of them ends in bytes
     std::vector<std::uint64_t> numbers;  // their line numbers, when places are kept
     void Clear() {
       bytes.clear();
@@ -172,9 +172,9 @@ class KeptLines {
   Batch batch_;                          // being filled by the reading thread
   std::vector<std::string_view> lines_;  // the rest: the appending thread's
   std::vector<TextId> ids_;
-  StringPool raw_;                       // the distinct kept lines as read
-  std::vector<TextId> stripped_;         // by id in raw_: the stripped line's id in the list's pool
-  PipelineStage<Batch> stage_;           // last: its thread uses the members above
+  StringPool raw_;                // the distinct kept lines as read
+  std::vector<TextId> stripped_;  // by id in raw_: the stripped line's id in the list's pool
+  PipelineStage<Batch> stage_;    // last: its thread uses the members above
 };
 
 }  // namespace
@@ -193,8 +193,12 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   const bool read_all = text.ForEachLine([&](std::string_view line, char end) {
     const std::uint64_t number = numbers.Number(line, end);
     switch (ClassifyLogLine(line)) {
-      case LineFate::kKept: kept.Add(line, number); break;
-      case LineFate::kIgnored: ignored.WriteLine(line); break;
+      case LineFate::kKept:
+        kept.Add(line, number);
+        break;
+      case LineFate::kIgnored:
+        ignored.WriteLine(line);
+        break;
       case LineFate::kChat: {
         const std::string text_only = StripColorCodes(line);
         chat.WriteLine(text_only);

@@ -1,9 +1,9 @@
 #include "analysis/side_file_directory.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
-
-#include <unistd.h>
 
 namespace vantor {
 

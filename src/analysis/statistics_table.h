@@ -16,8 +16,17 @@ class StatisticsTable {
   // The columns in their fixed order: the name, then the ten counts in the
   // order of the count table (stats/counts.h), which gives their headings.
   enum Column : std::size_t {
-    lstName, lstFrags, lstDeaths, lstSuicides, lstFlagGrabs, lstFCDefends,
-    lstFlagCaptures, lstFlagDefends, lstBaseDefends, lstFCKills, lstSentKill
+    lstName,
+    lstFrags,
+    lstDeaths,
+    lstSuicides,
+    lstFlagGrabs,
+    lstFCDefends,
+    lstFlagCaptures,
+    lstFlagDefends,
+    lstBaseDefends,
+    lstFCKills,
+    lstSentKill
   };
 
   WorksheetList& operator[](std::size_t column) { return columns_[column]; }

@@ -1,6 +1,8 @@
 #include "analysis/text_file.h"
 
-#include "analysis/background_writer.h"
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -8,9 +10,7 @@
 #include <filesystem>
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "analysis/background_writer.h"
 
 namespace vantor {
 

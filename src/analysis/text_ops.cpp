@@ -12,8 +12,7 @@ TextSearcher::TextSearcher(std::string_view needle) : needle_(needle) {
 bool TextSearcher::In(std::string_view text) const {
   const std::size_t m = needle_.size();
   if (m == 0) return true;
-  for (std::size_t at = 0; at + m <= text.size();
-       at += skip_[static_cast<unsigned char>(text[at + m - 1])]) {
+  for (std::size_t at = 0; at + m <= text.size(); at += skip_[static_cast<unsigned char>(text[at + m - 1])]) {
     if (text[at + m - 1] == needle_[m - 1] && text.compare(at, m - 1, needle_, 0, m - 1) == 0) {
       return true;
     }

@@ -20,9 +20,7 @@ inline std::size_t Find(std::string_view text, std::string_view needle) {
   return at == nullptr ? 0 : static_cast<std::size_t>(static_cast<const char*>(at) - text.data()) + 1;
 }
 
-inline bool Contains(std::string_view text, std::string_view needle) {
-  return Find(text, needle) != 0;
-}
+inline bool Contains(std::string_view text, std::string_view needle) { return Find(text, needle) != 0; }
 
 // A text searched for in many lines, prepared once (Boyer-Moore-Horspool):
 // most bytes of a line are skipped unseen, so one search costs a few

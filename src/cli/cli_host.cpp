@@ -1,17 +1,18 @@
 #include "cli/cli_host.h"
 
-#include <cstdlib>
 #include <fcntl.h>
-#include <unistd.h>
 #include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
 
 #include "report/report_path.h"
 #include "stats/counts.h"
 
 namespace vantor {
 
-CliHost::CliHost(std::string output_dir, std::string program_dir, bool open_report,
-                 std::ostream& err, bool show_progress)
+CliHost::CliHost(std::string output_dir, std::string program_dir, bool open_report, std::ostream& err,
+                 bool show_progress)
     : output_dir_(std::move(output_dir)),
       program_dir_(std::move(program_dir)),
       open_report_(open_report),
@@ -29,9 +30,7 @@ void CliHost::SetProgressMaximum(std::int64_t maximum) {
   progress_.SetRange(maximum);
 }
 
-void CliHost::StatisticsFilled() {
-  filled_ = table_;
-}
+void CliHost::StatisticsFilled() { filled_ = table_; }
 
 void CliHost::ShowMessage(std::string_view text, MessageIcon) {
   ++messages_;

@@ -2,19 +2,19 @@
 // analysed as File > Open analyses it; several are appended one after the
 // other and analysed together, as with Tools > Append and Process.
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
 #include "analysis/side_file_directory.h"
-#include "report/run_outputs.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
+#include "report/run_outputs.h"
 
 namespace {
 
@@ -68,7 +68,8 @@ std::string Absolute(const std::string& path) {
 std::string SideDirectory(const vantor::CliOptions& options) {
   if (options.side_dir) return *options.side_dir;
   const vantor::SideFileDirectory side = vantor::ChooseSideFileDirectory(ProgramDirectory());
-  if (side.newly_made && !options.quiet) std::cerr << "vantor-cli: " << vantor::SideFileNotice(side.path) << "\n";
+  if (side.newly_made && !options.quiet)
+    std::cerr << "vantor-cli: " << vantor::SideFileNotice(side.path) << "\n";
   return side.path;
 }
 

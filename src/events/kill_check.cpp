@@ -49,13 +49,16 @@ void Record(Worksheet& sheet, const RecognitionMemo::Event& event, const EventSo
       sheet.List3.AppendId(event.second);
       sheet.List4.AppendId(event.third);
       break;
-    case LineCut::Kind::kSentry: sheet.List10.AppendId(event.first, source); break;
+    case LineCut::Kind::kSentry:
+      sheet.List10.AppendId(event.first, source);
+      break;
     case LineCut::Kind::kFlag:
       sheet.List5.AppendId(event.first, source);
       sheet.List6.AppendId(event.second);
       break;
     case LineCut::Kind::kNoMatch:
-    case LineCut::Kind::kConsumed: break;
+    case LineCut::Kind::kConsumed:
+      break;
   }
 }
 

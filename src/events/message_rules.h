@@ -11,7 +11,7 @@ namespace vantor {
 enum class Procedure { SplitWeaponKill, SplitKill, SplitSentry, SplitFlag, SplitSuicide };
 
 struct MessageRule {
-  int number;                      // the rule's place in the matching order
+  int number;  // the rule's place in the matching order
   Procedure procedure;
   std::string_view fragment;       // must occur in the line
   std::string_view weapon_suffix;  // must also occur; SplitWeaponKill only

@@ -27,8 +27,8 @@ LineCut CutKill(std::string_view strLine, std::string_view strFragment, std::str
   return Kill(Mid(strLine, p + F, L - (p + F) + 1), Left(strLine, p - 1), strMethodName);
 }
 
-LineCut CutWeaponKill(std::string_view strLine, std::string_view strFragment,
-                      std::string_view strSuffix, std::string_view strMethodName) {
+LineCut CutWeaponKill(std::string_view strLine, std::string_view strFragment, std::string_view strSuffix,
+                      std::string_view strMethodName) {
   const long long s = static_cast<long long>(Find(strLine, strSuffix));
   if (s == 0) return {};
   const long long p = static_cast<long long>(Find(strLine, strFragment));
@@ -69,10 +69,14 @@ LineCut CutByRule(const MessageRule& rule, std::string_view line) {
   switch (rule.procedure) {
     case Procedure::SplitWeaponKill:
       return CutWeaponKill(line, rule.fragment, rule.weapon_suffix, rule.name_recorded);
-    case Procedure::SplitKill: return CutKill(line, rule.fragment, rule.name_recorded);
-    case Procedure::SplitSentry: return CutSentry(line, rule.fragment);
-    case Procedure::SplitFlag: return CutFlag(line, rule.fragment, rule.name_recorded);
-    case Procedure::SplitSuicide: return CutSuicide(line, rule.fragment);
+    case Procedure::SplitKill:
+      return CutKill(line, rule.fragment, rule.name_recorded);
+    case Procedure::SplitSentry:
+      return CutSentry(line, rule.fragment);
+    case Procedure::SplitFlag:
+      return CutFlag(line, rule.fragment, rule.name_recorded);
+    case Procedure::SplitSuicide:
+      return CutSuicide(line, rule.fragment);
   }
   return {};
 }

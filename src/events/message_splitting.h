@@ -30,8 +30,8 @@ LineCut CutKill(std::string_view strLine, std::string_view strFragment, std::str
 // "Victim <fragment>Killer's<suffix>": the two characters before the suffix
 // are dropped unseen. A name of three characters or fewer on either side
 // consumes the line without an event.
-LineCut CutWeaponKill(std::string_view strLine, std::string_view strFragment,
-                      std::string_view strSuffix, std::string_view strMethodName);
+LineCut CutWeaponKill(std::string_view strLine, std::string_view strFragment, std::string_view strSuffix,
+                      std::string_view strMethodName);
 // "Owner<fragment>Destroyer." : the line's last character is never part of
 // the destroyer's name.
 LineCut CutSentry(std::string_view strLine, std::string_view strFragment);

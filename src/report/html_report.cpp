@@ -24,7 +24,8 @@ constexpr std::string_view kHead =
 constexpr std::string_view kTableEnd = "  </table></body></html>";
 
 // The counts of the frag table; the flag table shows those of flag events.
-constexpr std::array<CountKind, 3> kFragCounts = {CountKind::kFrags, CountKind::kDeaths, CountKind::kSuicides};
+constexpr std::array<CountKind, 3> kFragCounts = {CountKind::kFrags, CountKind::kDeaths,
+                                                  CountKind::kSuicides};
 
 std::vector<CountKind> FlagCounts() {
   std::vector<CountKind> kinds;
@@ -97,9 +98,8 @@ class ReportWriter {
   }
 
   void FragTable() {
-    for (std::string_view l : {"<center><h2>Frag Stats</h2>", "<table border=1><tr>",
-                               "<td>Name</TD>", "<td>Frags</TD>", "<td>Deaths</TD>",
-                               "<td>Suicides</TD>"}) {
+    for (std::string_view l : {"<center><h2>Frag Stats</h2>", "<table border=1><tr>", "<td>Name</TD>",
+                               "<td>Frags</TD>", "<td>Deaths</TD>", "<td>Suicides</TD>"}) {
       Line(l);
     }
     for (std::size_t p = 0; p < nB_ + nR_; ++p) {
@@ -111,10 +111,9 @@ class ReportWriter {
 
   void FlagTable() {
     for (std::string_view l :
-         {"<h2>Flag Stats</h2>", "<table border=1><tr>", "<TR><td>Name</TD>",
-          "<td>Flag Grabs</TD>", "<td>Flag Carrier Def</TD>", "<td>Flag Cap</TD>",
-          "<td>Flag Def</TD>", "<td>Base Def</TD>", "<td>Flag Carrier Frag</TD>",
-          "<td>Total Flag Events</TD>", "</tr>"}) {
+         {"<h2>Flag Stats</h2>", "<table border=1><tr>", "<TR><td>Name</TD>", "<td>Flag Grabs</TD>",
+          "<td>Flag Carrier Def</TD>", "<td>Flag Cap</TD>", "<td>Flag Def</TD>", "<td>Base Def</TD>",
+          "<td>Flag Carrier Frag</TD>", "<td>Total Flag Events</TD>", "</tr>"}) {
       Line(l);
     }
     const std::vector<CountKind> flag_counts = FlagCounts();

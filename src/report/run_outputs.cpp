@@ -53,8 +53,8 @@ std::string JsonReason(const TeamReason& r) {
 
 void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
   const PlayerTally& t = run.members[slot];
-  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonText(t.strPlayerName)
-      << ", \"team\": \"" << run.TeamOf(slot) << "\",\n     \"counts\": {";
+  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonText(t.strPlayerName) << ", \"team\": \""
+      << run.TeamOf(slot) << "\",\n     \"counts\": {";
   for (std::size_t k = 0; k < kCounts.size(); ++k) {
     out << (k ? ", " : "") << "\"" << kCounts[k].export_name << "\": " << t.*kCounts[k].field;
   }
@@ -96,7 +96,8 @@ std::string ShapeOf(std::string_view line, const std::vector<std::string>& names
 void WriteJsonExport(std::ostream& out, const RunRecord& run) {
   out << "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": " << kJsonExportVersion
       << ",\n  \"logs\": [";
-  for (std::size_t i = 0; i < run.files.size(); ++i) out << (i ? ", " : "") << JsonString(PathToUtf8(run.files[i]));
+  for (std::size_t i = 0; i < run.files.size(); ++i)
+    out << (i ? ", " : "") << JsonString(PathToUtf8(run.files[i]));
   out << "],\n  \"unknown_lines\": " << run.events.unknown.Count() << ",\n  \"members\": [\n";
   for (std::size_t s = 0; s < run.members.size(); ++s) {
     WriteMember(out, run, s);
@@ -132,7 +133,8 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
   for (const PlayerTally& t : run.members) names.push_back(t.strPlayerName);
   for (const RunRecord::NonMember& m : run.non_members) names.push_back(m.name);
   std::erase_if(names, [](const std::string& n) { return n.size() < 3; });
-  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.size() > b.size(); });
+  std::stable_sort(names.begin(), names.end(),
+                   [](const auto& a, const auto& b) { return a.size() > b.size(); });
   // A log repeats its unknown lines: each distinct one is shaped once.
   std::map<TextId, std::size_t> per_line;
   for (TextId line : run.events.unknown.Ids()) ++per_line[line];
@@ -140,7 +142,8 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
   for (const auto& [line, n] : per_line) counts[ShapeOf(run.Text(line), names)] += n;
   std::vector<std::pair<std::size_t, std::string>> ranked;
   for (auto& [shape, n] : counts) ranked.emplace_back(n, shape);
-  std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+  std::stable_sort(ranked.begin(), ranked.end(),
+                   [](const auto& a, const auto& b) { return a.first > b.first; });
   std::vector<std::string> lines;
   for (std::size_t i = 0; i < ranked.size() && i < limit; ++i) {
     lines.push_back(std::to_string(ranked[i].first) + "\t" + ranked[i].second);

@@ -62,7 +62,9 @@ bool IsUtf8(std::string_view bytes) {
 
 }  // namespace
 
-std::string PathToUtf8(std::string_view path) { return IsUtf8(path) ? std::string(path) : Cp1252ToUtf8(path); }
+std::string PathToUtf8(std::string_view path) {
+  return IsUtf8(path) ? std::string(path) : Cp1252ToUtf8(path);
+}
 
 std::string Cp1252ToUtf8(std::string_view bytes) {
   std::string out;

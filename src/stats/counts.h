@@ -42,8 +42,17 @@ inline constexpr std::array<CountRow, 10> kCounts = {{
 
 // A count of a slot: 0 to 9 the rows of kCounts, then one per weapon.
 enum class CountKind : std::size_t {
-  kFrags, kDeaths, kSuicides, kFlagGrabs, kFCDefends, kFlagCaptures, kFlagDefends,
-  kBaseDefends, kFCKills, kSentryKills, kFirstWeapon
+  kFrags,
+  kDeaths,
+  kSuicides,
+  kFlagGrabs,
+  kFCDefends,
+  kFlagCaptures,
+  kFlagDefends,
+  kBaseDefends,
+  kFCKills,
+  kSentryKills,
+  kFirstWeapon
 };
 static_assert(static_cast<std::size_t>(CountKind::kFirstWeapon) == kCounts.size());
 inline constexpr std::size_t kCountKinds = kCounts.size() + kWeaponCount;

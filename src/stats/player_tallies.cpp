@@ -69,8 +69,8 @@ void AppendRow(StatisticsTable& table, std::string_view name, const CountValues&
 
 }  // namespace
 
-void CountTallies(const Worksheet& sheet, const EventIndex& events, TallyTable& tally, TeamColours& strPlayerTeam,
-                  const std::function<void(std::int64_t)>& progress) {
+void CountTallies(const Worksheet& sheet, const EventIndex& events, TallyTable& tally,
+                  TeamColours& strPlayerTeam, const std::function<void(std::int64_t)>& progress) {
   const std::size_t nB = sheet.List8.Count();
   const std::size_t nR = sheet.List9.Count();
   tally.assign(nB + nR, PlayerTally{});

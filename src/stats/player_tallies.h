@@ -22,8 +22,8 @@ namespace vantor {
 // Fills tally with one slot per member of List8, then of List9. The flag
 // counting records colours in strPlayerTeam at each member's place in its
 // own team list. progress(value) is called once per slot.
-void CountTallies(const Worksheet& sheet, const EventIndex& events, TallyTable& tally, TeamColours& strPlayerTeam,
-                  const std::function<void(std::int64_t)>& progress);
+void CountTallies(const Worksheet& sheet, const EventIndex& events, TallyTable& tally,
+                  TeamColours& strPlayerTeam, const std::function<void(std::int64_t)>& progress);
 
 // Appends the rows of the statistics table: the nB Blue slots and their
 // totals, a separator row of single spaces, the Red slots and their totals.

@@ -43,8 +43,9 @@ void TakeKillEvents(Worksheet& sheet, CountedEvents& e, const std::vector<bool>&
 
 }  // namespace
 
-std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events, const TallyTable& tally,
-                                           const TeamReasons& reasons, const std::vector<bool>& keep) {
+std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events,
+                                           const TallyTable& tally, const TeamReasons& reasons,
+                                           const std::vector<bool>& keep) {
   auto run = std::make_shared<RunRecord>();
   run->files = sheet.SourceFiles;
   run->members = tally;

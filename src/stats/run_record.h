@@ -47,7 +47,8 @@ struct RunRecord {
 // into the record as counted, and only the rows keep marks are put back
 // into List2..List4, the same rows in the same order as removing the
 // counted ones would leave. The other lists are copied.
-std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events, const TallyTable& tally,
-                                           const TeamReasons& reasons, const std::vector<bool>& keep);
+std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events,
+                                           const TallyTable& tally, const TeamReasons& reasons,
+                                           const std::vector<bool>& keep);
 
 }  // namespace vantor

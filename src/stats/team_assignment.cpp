@@ -62,7 +62,8 @@ void SplitByColor(Worksheet& sheet, const EventIndex& events, TallyTable& tally,
   }
   for (std::size_t i = 0; i < n; ++i) {
     if (strPlayerTeam[i] != kBlue && strPlayerTeam[i] != kRed) continue;
-    AppendMember(sheet, reasons, tally[i].strPlayerName, SeedReason(credits[i], sheet.List5, strPlayerTeam[i]));
+    AppendMember(sheet, reasons, tally[i].strPlayerName,
+                 SeedReason(credits[i], sheet.List5, strPlayerTeam[i]));
   }
 }
 
@@ -79,8 +80,14 @@ void subCheckTeam(Worksheet& sheet, const EventIndex& events, int pass, TeamReas
     if (!player.first_opponent) continue;
     const std::string& other = events.Name(*player.first_opponent);
     auto reason = [&](std::string_view team) {
-      return TeamReason{TeamReason::Kind::kPropagated, std::string(team), "",      pass, other,
-                        player.first_as_killer,        player.first_row,  PlaceOf(sheet.List2, player.first_row)};
+      return TeamReason{TeamReason::Kind::kPropagated,
+                        std::string(team),
+                        "",
+                        pass,
+                        other,
+                        player.first_as_killer,
+                        player.first_row,
+                        PlaceOf(sheet.List2, player.first_row)};
     };
     if (blue.count(other) != 0) AppendMember(sheet, reasons, name, reason(kRed));
     if (red.count(other) != 0) AppendMember(sheet, reasons, name, reason(kBlue));
@@ -93,7 +100,8 @@ TeamReason NonMemberReason(const EventIndex& events, std::string_view name, cons
   const EventIndex::PlayerEvents& player = events.Player(*id);
   if (!player.first_opponent) {
     const bool only_suicides = player.suicides > 0 && player.frags == 0 && player.deaths == player.suicides;
-    return TeamReason::Because(only_suicides ? TeamReason::Kind::kOnlySuicides : TeamReason::Kind::kNoDecidingEvent);
+    return TeamReason::Because(only_suicides ? TeamReason::Kind::kOnlySuicides
+                                             : TeamReason::Kind::kNoDecidingEvent);
   }
   TeamReason reason = TeamReason::Because(TeamReason::Kind::kOpponentWithoutTeam);
   reason.other = events.Name(*player.first_opponent);

@@ -11,8 +11,8 @@
 
 #include "analysis/source_line.h"
 #include "analysis/worksheet.h"
-#include "stats/event_index.h"
 #include "stats/counts.h"
+#include "stats/event_index.h"
 #include "stats/tally_table.h"
 
 namespace vantor {
@@ -26,11 +26,11 @@ struct TeamReason {
     kOnlySuicides,         // in the events only by suicides
   };
   Kind kind = Kind::kNoDecidingEvent;
-  std::string team;        // "Blue" or "Red" for a member; "" otherwise
-  std::string flag_kind;   // kFlagEvent: the kind of flag event that decided
-  int pass = 0;            // kPropagated: the propagation pass, from 1
-  std::string other;       // kPropagated, kOpponentWithoutTeam: the other party
-  bool as_killer = false;  // kPropagated, kOpponentWithoutTeam: the player was the killer
+  std::string team;                // "Blue" or "Red" for a member; "" otherwise
+  std::string flag_kind;           // kFlagEvent: the kind of flag event that decided
+  int pass = 0;                    // kPropagated: the propagation pass, from 1
+  std::string other;               // kPropagated, kOpponentWithoutTeam: the other party
+  bool as_killer = false;          // kPropagated, kOpponentWithoutTeam: the player was the killer
   std::optional<std::size_t> row;  // the deciding event's row (List5, or List2..4)
   std::optional<SourceLine> line;  // its log line, when places were kept
 

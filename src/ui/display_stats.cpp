@@ -1,9 +1,9 @@
 #include "ui/display_stats.h"
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QFile>
 #include <QFileDialog>
-#include <QCloseEvent>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
@@ -21,8 +21,8 @@
 #include "ui/command_lock.h"
 #include "ui/desktop.h"
 #include "ui/frm_options.h"
-#include "ui/player_details.h"
 #include "ui/gui_host.h"
+#include "ui/player_details.h"
 #include "ui/settings.h"
 
 namespace vantor {
@@ -77,8 +77,7 @@ QLabel* AboutLabel(const char* text, int point_size) {
 
 // A heading starts where the text of its list starts, inside the frame.
 QLabel* Heading(std::string_view text) {
-  auto* label =
-      Sized(new QLabel(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
+  auto* label = Sized(new QLabel(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
   label->setIndent(3);
   return label;
 }
@@ -134,18 +133,18 @@ void DisplayStats::CreateMenus() {
 }
 
 void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
-  const std::array<std::pair<QListWidget * DisplayStats::*, const char*>, StatisticsTable::kColumns>
-      columns = {{{&DisplayStats::lstName, "lstName"},
-                  {&DisplayStats::lstFrags, "lstFrags"},
-                  {&DisplayStats::lstDeaths, "lstDeaths"},
-                  {&DisplayStats::lstSuicides, "lstSuicides"},
-                  {&DisplayStats::lstFlagGrabs, "lstFlagGrabs"},
-                  {&DisplayStats::lstFCDefends, "lstFCDefends"},
-                  {&DisplayStats::lstFlagCaptures, "lstFlagCaptures"},
-                  {&DisplayStats::lstFlagDefends, "lstFlagDefends"},
-                  {&DisplayStats::lstBaseDefends, "lstBaseDefends"},
-                  {&DisplayStats::lstFCKills, "lstFCKills"},
-                  {&DisplayStats::lstSentKill, "lstSentKill"}}};
+  const std::array<std::pair<QListWidget * DisplayStats::*, const char*>, StatisticsTable::kColumns> columns =
+      {{{&DisplayStats::lstName, "lstName"},
+        {&DisplayStats::lstFrags, "lstFrags"},
+        {&DisplayStats::lstDeaths, "lstDeaths"},
+        {&DisplayStats::lstSuicides, "lstSuicides"},
+        {&DisplayStats::lstFlagGrabs, "lstFlagGrabs"},
+        {&DisplayStats::lstFCDefends, "lstFCDefends"},
+        {&DisplayStats::lstFlagCaptures, "lstFlagCaptures"},
+        {&DisplayStats::lstFlagDefends, "lstFlagDefends"},
+        {&DisplayStats::lstBaseDefends, "lstBaseDefends"},
+        {&DisplayStats::lstFCKills, "lstFCKills"},
+        {&DisplayStats::lstSentKill, "lstSentKill"}}};
   for (int c = 0; c < static_cast<int>(columns.size()); ++c) {
     const std::string_view heading = ColumnHeading(c);
     grid.addWidget(Heading(heading), kHeadingRow, c);
@@ -207,8 +206,7 @@ void DisplayStats::CreateProcessControls(QGridLayout& grid) {
   cmdProcess = new QPushButton("Process");
   cmdProcess->setObjectName("cmdProcess");
   cmdProcess->setEnabled(false);
-  connect(cmdProcess, &QPushButton::clicked, this,
-          [this] { RunCommand(&DisplayStats::ProcessLogs); });
+  connect(cmdProcess, &QPushButton::clicked, this, [this] { RunCommand(&DisplayStats::ProcessLogs); });
   grid.addWidget(cmdProcess, kProcessRow, 0, 1, kLeftColumns, Qt::AlignLeft);
   prgProgress = Sized(new QProgressBar);
   prgProgress->setObjectName("prgProgress");
@@ -223,8 +221,8 @@ void DisplayStats::CreateProcessControls(QGridLayout& grid) {
 }
 
 void DisplayStats::CreateForm1() {
-  host_ = std::make_unique<GuiHost>(
-      desktop_, HostControls{this, &cmnFile, mnuAppend, prgProgress, cmdProcess});
+  host_ =
+      std::make_unique<GuiHost>(desktop_, HostControls{this, &cmnFile, mnuAppend, prgProgress, cmdProcess});
   host_->OnStatisticsFilled([this] { ShowStatistics(); });
   form1_ = std::make_unique<Form1>(*host_);
   // The details window explains every number, so the run keeps the places.

@@ -67,8 +67,7 @@ void GuiHost::SetProgressValue(std::int64_t value) {
 }
 
 void GuiHost::SetProcessCaption(std::string_view caption) {
-  controls_.cmdProcess->setText(
-      QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
+  controls_.cmdProcess->setText(QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
 }
 
 void GuiHost::StatisticsFilled() {
@@ -76,8 +75,8 @@ void GuiHost::StatisticsFilled() {
 }
 
 void GuiHost::ShowMessage(std::string_view text, MessageIcon icon) {
-  QMessageBox box(icon == MessageIcon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon,
-                  kTitle, FromLocalBytes(text), QMessageBox::Ok, controls_.owner);
+  QMessageBox box(icon == MessageIcon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon, kTitle,
+                  FromLocalBytes(text), QMessageBox::Ok, controls_.owner);
   box.setTextFormat(Qt::PlainText);  // a path holding "<b>" is shown as it is
   desktop_.Exec(box);
 }

@@ -26,9 +26,12 @@ QString WithoutTags(std::string_view html) {
   QString text;
   bool in_tag = false;
   for (const char c : html) {
-    if (c == '<') in_tag = true;
-    else if (c == '>') in_tag = false;
-    else if (!in_tag) text += QLatin1Char(c);
+    if (c == '<')
+      in_tag = true;
+    else if (c == '>')
+      in_tag = false;
+    else if (!in_tag)
+      text += QLatin1Char(c);
   }
   return text.trimmed();
 }
@@ -64,7 +67,8 @@ QString Fight(const TeamReason& r) {
 
 QString DescribeLine(const RunRecord& run, const EventSource& source) {
   const std::size_t file = source.place.file;
-  const QString path = file < run.files.size() ? QFile::decodeName(QByteArray::fromStdString(run.files[file])) : QString();
+  const QString path =
+      file < run.files.size() ? QFile::decodeName(QByteArray::fromStdString(run.files[file])) : QString();
   return QString("%1, line %2: %3")
       .arg(QFileInfo(path).fileName())
       .arg(static_cast<qulonglong>(source.place.line))
@@ -77,16 +81,19 @@ QString ExplainTeam(const RunRecord& run, const TeamReason& r) {
     case TeamReason::Kind::kFlagEvent:
       return QString("%1, seeded by a %2 event%3.").arg(team, FromLogBytes(r.flag_kind), Where(run, r));
     case TeamReason::Kind::kPropagated:
-      return QString("%1, from propagation pass %2: the player's first fight with another player was %3, a %4 "
-                     "member%5.")
+      return QString(
+                 "%1, from propagation pass %2: the player's first fight with another player was %3, a %4 "
+                 "member%5.")
           .arg(team)
           .arg(r.pass)
           .arg(Fight(r), team == "Blue" ? "Red" : "Blue", Where(run, r));
-    case TeamReason::Kind::kNoDecidingEvent: return "No team: no kill or death with another player.";
+    case TeamReason::Kind::kNoDecidingEvent:
+      return "No team: no kill or death with another player.";
     case TeamReason::Kind::kOpponentWithoutTeam:
       return QString("No team: the player's first fight with another player was %1, who had no team then%2.")
           .arg(Fight(r), Where(run, r));
-    case TeamReason::Kind::kOnlySuicides: return "No team: only suicides.";
+    case TeamReason::Kind::kOnlySuicides:
+      return "No team: only suicides.";
   }
   return {};
 }
@@ -96,9 +103,11 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   setObjectName("PlayerDetails");
   setAttribute(Qt::WA_DeleteOnClose);
   const std::string& name = run_->members[slot_].strPlayerName;
-  setWindowTitle(QString("%1 (%2) - Vantor Log Analyzer").arg(FromLogBytes(name), FromLogBytes(run_->TeamOf(slot_))));
+  setWindowTitle(
+      QString("%1 (%2) - Vantor Log Analyzer").arg(FromLogBytes(name), FromLogBytes(run_->TeamOf(slot_))));
   const std::vector<KillCount> matrix = KillMatrix(*run_);
-  player_ = new QLabel(QString("<b>%1</b> (%2)").arg(FromLogBytes(name).toHtmlEscaped(), FromLogBytes(run_->TeamOf(slot_))));
+  player_ = new QLabel(
+      QString("<b>%1</b> (%2)").arg(FromLogBytes(name).toHtmlEscaped(), FromLogBytes(run_->TeamOf(slot_))));
   player_->setObjectName("player");
   team_ = new QLabel(slot_ < run_->slot_reasons.size() ? ExplainTeam(*run_, run_->slot_reasons[slot_]) : "");
   team_->setObjectName("team");
@@ -159,13 +168,15 @@ void PlayerDetails::LayOut() {
 void PlayerDetails::FillCounts() {
   const PlayerTally& t = run_->members[slot_];
   for (std::size_t k = 0; k < kCounts.size(); ++k) {
-    AddCountRow(QString::fromLatin1(kCounts[k].label.data(), kCounts[k].label.size()), k, t.*kCounts[k].field);
+    AddCountRow(QString::fromLatin1(kCounts[k].label.data(), kCounts[k].label.size()), k,
+                t.*kCounts[k].field);
   }
   std::vector<bool> shown(kWeaponCount, false);
   for (const ClassTable& table : kClassTables) {
     AddGroupRow(WithoutTags(table.heading));
     for (const ClassColumn& column : table.columns) {
-      const CountKind kind = column.value.sentry_kills ? CountKind::kSentryKills : WeaponCount(column.value.weapon);
+      const CountKind kind =
+          column.value.sentry_kills ? CountKind::kSentryKills : WeaponCount(column.value.weapon);
       if (!column.value.sentry_kills) shown[Index(column.value.weapon)] = true;
       AddCountRow(WithoutTags(column.header), Index(kind), column.value.Of(t));
     }
@@ -174,14 +185,14 @@ void PlayerDetails::FillCounts() {
   AddGroupRow("Other weapons");
   for (std::size_t w = 0; w < kWeaponCount; ++w) {
     if (shown[w]) continue;
-    AddCountRow(QString::fromLatin1(kWeaponTable[w].method_name.data()), Index(WeaponCount(static_cast<Weapon>(w))),
-                t.weapons[w]);
+    AddCountRow(QString::fromLatin1(kWeaponTable[w].method_name.data()),
+                Index(WeaponCount(static_cast<Weapon>(w))), t.weapons[w]);
   }
 }
 
 void PlayerDetails::FillKillMatrix(const std::vector<KillCount>& matrix) {
   const std::string& name = run_->members[slot_].strPlayerName;
-  std::vector<std::string> others;  // in the matrix's order
+  std::vector<std::string> others;                       // in the matrix's order
   std::map<std::string, std::pair<Count, Count>> kills;  // other: (killed by the player, killed the player)
   for (const KillCount& cell : matrix) {
     const bool row = cell.killer == name, column = cell.victim == name;

@@ -11,8 +11,7 @@ constexpr char kSection[] = "Main";
 constexpr char kSideFileNoticeKey[] = "Notices/SideFileDirectory";
 
 QString KeyPath(std::string_view key) {
-  return QString(kSection) + '/' +
-         QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+  return QString(kSection) + '/' + QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
 }
 
 }  // namespace

@@ -31,14 +31,12 @@ void LinkStatisticsLists(const StatisticsLists& lists) {
   for (QListWidget* source : lists) {
     QObject::connect(source->verticalScrollBar(), &QScrollBar::valueChanged, source,
                      [lists, source, busy](int top) {
-                       Follow(lists, source, *busy, [top](QListWidget* list) {
-                         list->verticalScrollBar()->setValue(top);
-                       });
+                       Follow(lists, source, *busy,
+                              [top](QListWidget* list) { list->verticalScrollBar()->setValue(top); });
                      });
-    QObject::connect(
-        source, &QListWidget::currentRowChanged, source, [lists, source, busy](int row) {
-          Follow(lists, source, *busy, [row](QListWidget* list) { list->setCurrentRow(row); });
-        });
+    QObject::connect(source, &QListWidget::currentRowChanged, source, [lists, source, busy](int row) {
+      Follow(lists, source, *busy, [row](QListWidget* list) { list->setCurrentRow(row); });
+    });
   }
 }
 

@@ -43,17 +43,22 @@ struct Player {
 
 // Relative frequency of each obituary rule (1..45): the hitscan and
 // explosive weapons dominate, the odd ones are rare.
-constexpr int kKillWeights[45] = {3, 12, 2, 3, 4, 3, 8, 3, 14, 6, 2, 1, 3, 4, 10,
-                                  5, 9, 3, 1, 2, 2, 4, 2, 9, 3, 5, 1, 2, 5, 4,
-                                  1, 6, 2, 4, 1, 2, 2, 3, 7, 4, 2, 2, 2, 1, 1};
+constexpr int kKillWeights[45] = {3, 12, 2, 3, 4, 3, 8, 3, 14, 6, 2, 1, 3, 4, 10, 5, 9, 3, 1, 2, 2, 4, 2,
+                                  9, 3,  5, 1, 2, 5, 4, 1, 6,  2, 4, 1, 2, 2, 3,  7, 4, 2, 2, 2, 1, 1};
 
-constexpr std::string_view kSyllables[] = {"vor", "tex", "qui", "lon", "bram", "ble", "oka", "pi",
-                                           "lu",  "men", "cin", "der", "mar", "row", "tun",
-                                           "dra", "sa",  "ble", "wra", "ith", "zed", "kor", "ax",
-                                           "ny",  "el",  "ra",  "fen", "ix",  "mo",  "rg"};
-constexpr std::string_view kChat[] = {"gg", "nice one", "^3rush mid!", "need a medic at base",
-                                      "who has our flag?", "sentry up at the ramp", "lag...",
-                                      "^2lol", "incoming x3 left", "sorry, wrong button"};
+constexpr std::string_view kSyllables[] = {
+    "vor", "tex", "qui", "lon", "bram", "ble", "oka", "pi", "lu", "men", "cin", "der", "mar", "row", "tun",
+    "dra", "sa",  "ble", "wra", "ith",  "zed", "kor", "ax", "ny", "el",  "ra",  "fen", "ix",  "mo",  "rg"};
+constexpr std::string_view kChat[] = {"gg",
+                                      "nice one",
+                                      "^3rush mid!",
+                                      "need a medic at base",
+                                      "who has our flag?",
+                                      "sentry up at the ramp",
+                                      "lag...",
+                                      "^2lol",
+                                      "incoming x3 left",
+                                      "sorry, wrong button"};
 constexpr std::string_view kNoise[] = {"Server command overflow",
                                        "^7Server command overflow",
                                        "Hunk_Clear: reset the hunk ok",
@@ -66,7 +71,7 @@ constexpr std::string_view kNoise[] = {"Server command overflow",
                                        "^5Timelimit hit.^7",
                                        "^2Teams are balanced^7"};
 constexpr std::string_view kMaps[] = {"ctf_2fort5", "ctf_openfire", "ctf_bases", "ctf_chasm",
-                                      "ctf_well", "ctf_dusk", "ctf_canyon"};
+                                      "ctf_well",   "ctf_dusk",     "ctf_canyon"};
 
 class Writer {
  public:
@@ -109,7 +114,9 @@ class Evening {
   int Roll(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
   double Chance() { return std::uniform_real_distribution<double>(0, 1)(rng_); }
   template <typename T, std::size_t N>
-  std::string_view Pick(const T (&items)[N]) { return items[Roll(N)]; }
+  std::string_view Pick(const T (&items)[N]) {
+    return items[Roll(N)];
+  }
 
   void MakePlayers(int count) {
     for (int i = 0; i < count; ++i) {
@@ -120,8 +127,7 @@ class Evening {
       const char colour = static_cast<char>('1' + Roll(6));
       const std::size_t cut = 1 + Roll(static_cast<int>(name.size()) - 1);
       std::string shown = std::string("^") + colour + name.substr(0, cut) +
-                          (Chance() < 0.5 ? "^" + std::string(1, colour) : "") +
-                          name.substr(cut) + "^7";
+                          (Chance() < 0.5 ? "^" + std::string(1, colour) : "") + name.substr(cut) + "^7";
       players_.push_back({name, shown, Chance() < 0.2});
     }
   }
@@ -158,12 +164,18 @@ class Evening {
   void Moment() {
     const double roll = Chance();
     const int team = Roll(2);
-    if (roll < 0.62) Kill(team);
-    else if (roll < 0.66) Suicide(Of(team));
-    else if (roll < 0.68) Sentry(team);
-    else if (roll < 0.76) Flag(team);
-    else if (roll < 0.88) Chat(Of(team));
-    else out_.Line(Pick(kNoise));
+    if (roll < 0.62)
+      Kill(team);
+    else if (roll < 0.66)
+      Suicide(Of(team));
+    else if (roll < 0.68)
+      Sentry(team);
+    else if (roll < 0.76)
+      Flag(team);
+    else if (roll < 0.88)
+      Chat(Of(team));
+    else
+      out_.Line(Pick(kNoise));
   }
 
   void Kill(int team) {
@@ -230,12 +242,18 @@ bool Parse(int argc, char** argv, Options& options) {
   for (int i = 1; i < argc; ++i) {
     const std::string_view arg = argv[i];
     const bool has_value = i + 1 < argc;
-    if (arg == "--fragments") options.fragments = true;
-    else if (arg == "--size" && has_value) options.size = std::strtoull(argv[++i], nullptr, 10);
-    else if (arg == "--seed" && has_value) options.seed = std::strtoull(argv[++i], nullptr, 10);
-    else if (arg == "--players" && has_value) options.players = std::atoi(argv[++i]);
-    else if (!arg.starts_with("--") && options.output.empty()) options.output = arg;
-    else return false;
+    if (arg == "--fragments")
+      options.fragments = true;
+    else if (arg == "--size" && has_value)
+      options.size = std::strtoull(argv[++i], nullptr, 10);
+    else if (arg == "--seed" && has_value)
+      options.seed = std::strtoull(argv[++i], nullptr, 10);
+    else if (arg == "--players" && has_value)
+      options.players = std::atoi(argv[++i]);
+    else if (!arg.starts_with("--") && options.output.empty())
+      options.output = arg;
+    else
+      return false;
   }
   return options.fragments || (options.size > 0 && options.players >= 2 && !options.output.empty());
 }

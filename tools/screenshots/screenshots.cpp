@@ -13,9 +13,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QListWidget>
-#include <QTableWidget>
 #include <QMessageBox>
 #include <QSettings>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <cstdio>
 
