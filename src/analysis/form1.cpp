@@ -22,6 +22,7 @@ Form1::Form1(Host& host, RuleSet rules) : host_(host), rules_(std::move(rules)) 
 
 void Form1::ClearLists() {
   Empty();
+  plan.ClearRun();
   reasons = {};
   events_.reset();
   host_.Statistics().Clear();
@@ -37,7 +38,8 @@ void Form1::LoadFile() {
   if (!host_.AppendChecked()) ClearLists();
   const std::string file_name = host_.ChosenLogPath();
   if (file_name.empty()) return host_.ShowMessage(kChooseAFile, MessageIcon::kNone);
-  ImportLog(file_name, host_.ProgramDirectory(), host_, *this);
+  plan.AddLog(file_name);
+  ImportLog(file_name, host_.ProgramDirectory(), host_, plan, *this);
 }
 
 void Form1::KillCheck() {
@@ -74,13 +76,19 @@ void Form1::OutputToHTML(std::size_t nB, std::size_t nR) {
   report_path_ = GetReportPath(host_);
   report_written_ = false;
   if (report_path_.empty()) return;  // no log chosen: nothing to name a report after
+  if (auto refusal = plan.Check("report", report_path_)) return Report(host_, {false, *refusal});
   const IoResult result = WriteReportFile(report_path_, tally, nB, nR, host_.Statistics());
   Report(host_, result);
   report_written_ = result.ok;
 }
 
 void Form1::subOpenHtml() {
-  Report(host_, WriteUnknownLines(List1, host_.ProgramDirectory()));
+  const std::string unknown = host_.ProgramDirectory() + std::string(kUnknownFile);
+  if (auto refusal = plan.Check(kUnknownFile.substr(1), unknown)) {
+    Report(host_, {false, *refusal});
+  } else {
+    Report(host_, WriteUnknownLines(List1, unknown));
+  }
   // A report that could not be written is not opened: what lies at its
   // path, if anything, is from an earlier run.
   if (report_written_) host_.OpenDocument(report_path_);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/host.h"
+#include "analysis/output_plan.h"
 #include "analysis/worksheet.h"
 #include "events/rule_set.h"
 #include "stats/event_index.h"
@@ -32,6 +33,8 @@ class Form1 : public Worksheet {
   TeamColours strPlayerTeam;
   // One slot per team member of the last run (Blue first, then Red).
   TallyTable tally;
+  // The logs and outputs of the run, so that no output replaces a log.
+  OutputPlan plan;
 
   // Empties the ten lists in order, then the statistics table.
   void ClearLists();

@@ -179,13 +179,20 @@ class KeptLines {
 
 }  // namespace
 
-void ImportLog(const std::string& file_name, const std::string& side_dir, Host& host, Worksheet& sheet) {
+void ImportLog(const std::string& file_name, const std::string& side_dir, Host& host, OutputPlan& plan,
+               Worksheet& sheet) {
   LogText text = ReadLogText(file_name, host);
-  TextFileWriter ignored(side_dir + std::string(kIgnoredFile));
-  TextFileWriter chat(side_dir + std::string(kChatFile));
+  const auto side_file = [&](std::string_view name) {
+    const std::string path = side_dir + std::string(name);
+    return std::make_unique<TextFileWriter>(path, plan.Check(name.substr(1), path));
+  };
+  const auto ignored_file = side_file(kIgnoredFile), chat_file = side_file(kChatFile);
+  TextFileWriter& ignored = *ignored_file;
+  TextFileWriter& chat = *chat_file;
   // logoutput.txt holds all of List1 afterwards: the rows already there,
   // then this log's kept lines as they are read.
-  TextFileWriter log_output(side_dir + std::string(kLogOutputFile));
+  const auto log_output_file = side_file(kLogOutputFile);
+  TextFileWriter& log_output = *log_output_file;
   for (TextId row : sheet.List1.Ids()) log_output.WriteLine(sheet.List1.Pool().Text(row));
   if (sheet.KeepsPlaces()) sheet.SourceFiles.push_back(file_name);
   KeptLines kept(sheet.List1, log_output, sheet.KeepsPlaces() ? sheet.SourceFiles.size() - 1 : 0);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/host.h"
+#include "analysis/output_plan.h"
 #include "analysis/worksheet.h"
 
 namespace vantor {
@@ -120,7 +121,9 @@ std::string StripColorCodes(std::string_view line);
 // logoutput.txt (all of List1 afterwards), ignored.txt and chat.txt into
 // side_dir. Problems are shown through host; the import goes on as far as
 // it can.
-void ImportLog(const std::string& fileName, const std::string& side_dir, Host& host, Worksheet& sheet);
+// A side file that plan refuses (it is a log of the run) is not written.
+void ImportLog(const std::string& fileName, const std::string& side_dir, Host& host, OutputPlan& plan,
+               Worksheet& sheet);
 
 // What the import does with one line of the log.
 enum class LineFate { kKept, kIgnored, kChat };

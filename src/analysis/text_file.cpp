@@ -1,13 +1,14 @@
 #include "analysis/text_file.h"
 
 #include <fcntl.h>
+#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
-#include <cstdlib>
+#include <csignal>
 #include <cstring>
-#include <filesystem>
 #include <vector>
 
 #include "analysis/background_writer.h"
@@ -20,41 +21,144 @@ std::string WriteFailure(const std::string& path, int error) {
 
 namespace {
 
-// Files get the permissions a plain create would give them.
-void ApplyUmaskPermissions(int fd) {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  ::fchmod(fd, 0666 & ~mask);
+// The named temporary files under way, for the interrupt handler, which may
+// read only what is set before a slot is marked ready.
+enum SlotState : int { kFree, kClaimed, kReady };
+struct TemporarySlot {
+  std::atomic<int> state{kFree};
+  char path[PATH_MAX] = {};
+};
+TemporarySlot g_temporaries[64];
+
+int RegisterTemporary(const std::string& path) {
+  if (path.size() >= PATH_MAX) return -1;
+  for (int i = 0; i < static_cast<int>(std::size(g_temporaries)); ++i) {
+    int expected = kFree;
+    if (!g_temporaries[i].state.compare_exchange_strong(expected, kClaimed)) continue;
+    std::memcpy(g_temporaries[i].path, path.c_str(), path.size() + 1);
+    g_temporaries[i].state = kReady;
+    return i;
+  }
+  return -1;  // more writes at once than slots: that file is not cleaned up on interrupt
+}
+
+void UnregisterTemporary(int slot) {
+  if (slot >= 0) g_temporaries[slot].state = kFree;
+}
+
+extern "C" void RemoveTemporariesAndExit(int signal) {
+  for (TemporarySlot& slot : g_temporaries) {
+    if (slot.state.load() == kReady) ::unlink(slot.path);
+  }
+  ::_exit(128 + signal);
+}
+
+std::string DirectoryOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// The path with every symbolic link at its end followed, so that the file a
+// link names is replaced and the link stays.
+std::string FollowLinks(std::string path) {
+  for (int hops = 0; hops < 40; ++hops) {
+    struct stat st;
+    if (::lstat(path.c_str(), &st) != 0 || !S_ISLNK(st.st_mode)) return path;
+    std::vector<char> target(PATH_MAX + 1);
+    const ssize_t n = ::readlink(path.c_str(), target.data(), PATH_MAX);
+    if (n <= 0) return path;
+    const std::string link(target.data(), static_cast<std::size_t>(n));
+    path = link.front() == '/' ? link : DirectoryOf(path) + "/" + link;
+  }
+  return path;
+}
+
+bool SameFile(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+// The standard stream that path is, when it is one (/dev/stdout, or the
+// file standard output was sent to): written to directly.
+int StandardStreamOf(const std::string& path) {
+  struct stat target, stream;
+  if (::stat(path.c_str(), &target) != 0) return -1;
+  for (int fd : {STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fstat(fd, &stream) == 0 && SameFile(target, stream)) return fd;
+  }
+  return -1;
+}
+
+std::string TemporaryName(const std::string& dir) {
+  static std::atomic<unsigned> counter{0};
+  return dir + "/.vantor-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
 }
 
 }  // namespace
 
-TextFileWriter::TextFileWriter(std::string target) : target_(std::move(target)) {
-  std::vector<char> name(target_.begin(), target_.end());
-  const std::string_view suffix = ".tmp-XXXXXX";
-  name.insert(name.end(), suffix.begin(), suffix.end());
-  name.push_back('\0');
-  const int fd = ::mkstemp(name.data());
-  if (fd < 0) {
-    Fail("create", errno);
-    return;
+void RemoveTemporaryFilesOnInterrupt() {
+  std::signal(SIGINT, RemoveTemporariesAndExit);
+  std::signal(SIGTERM, RemoveTemporariesAndExit);
+}
+
+TextFileWriter::TextFileWriter(std::string target) : target_(std::move(target)) { Open(); }
+
+TextFileWriter::TextFileWriter(std::string target, std::optional<std::string> refusal)
+    : target_(std::move(target)) {
+  if (refusal) {
+    result_ = {false, std::move(*refusal)};
+  } else {
+    Open();
   }
-  ApplyUmaskPermissions(fd);
-  temp_.assign(name.data());
-  file_ = ::fdopen(fd, "wb");
+}
+
+void TextFileWriter::Open() {
+  // Links are followed by the system first: /dev/stdout names a pipe
+  // through a link that is no path.
+  struct stat st;
+  if (const int stream = StandardStreamOf(target_); stream >= 0) {
+    fd_ = ::dup(stream);
+    direct_ = true;
+  } else if (::stat(target_.c_str(), &st) == 0 && !S_ISREG(st.st_mode)) {
+    if (S_ISDIR(st.st_mode)) return Fail(EISDIR);
+    // A pipe without a reader fails at once instead of waiting for one.
+    fd_ = ::open(target_.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd_ >= 0) ::fcntl(fd_, F_SETFL, ::fcntl(fd_, F_GETFL) & ~O_NONBLOCK);
+    direct_ = true;
+  } else {
+    resolved_ = FollowLinks(target_);
+    OpenTemporary(DirectoryOf(resolved_));
+  }
+  if (fd_ < 0) return Fail(errno);
+  file_ = ::fdopen(fd_, "wb");
   if (file_ == nullptr) {
-    Fail("open", errno);
-    ::close(fd);
+    Fail(errno);
+    ::close(fd_);
   }
+}
+
+void TextFileWriter::OpenTemporary(const std::string& dir) {
+  fd_ = ::open(dir.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+  if (fd_ >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
+  // A file system without unnamed files: a named one, removed on interrupt.
+  std::string name = dir + "/.vantor-XXXXXX";
+  fd_ = ::mkstemp(name.data());
+  if (fd_ < 0) return;
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  ::fchmod(fd_, 0666 & ~mask);
+  temp_ = name;
+  slot_ = RegisterTemporary(temp_);
 }
 
 TextFileWriter::~TextFileWriter() {
   writer_.reset();  // before the file it writes to is closed
   if (file_ != nullptr) std::fclose(file_);
   if (!temp_.empty()) ::unlink(temp_.c_str());
+  UnregisterTemporary(slot_);
 }
 
-void TextFileWriter::Fail(const char*, int error) {
+void TextFileWriter::Fail(int error) {
   if (!result_.ok) return;
   result_.ok = false;
   result_.message = WriteFailure(target_, error);
@@ -89,23 +193,43 @@ void TextFileWriter::WriteRaw(std::string_view bytes) {
 
 IoResult TextFileWriter::Commit() {
   if (writer_) {
-    if (const int error = writer_->Finish(); error != 0) Fail("write", error);
+    if (const int error = writer_->Finish(); error != 0) Fail(error);
     writer_.reset();
   }
   if (file_ != nullptr && result_.ok && !pending_.empty() &&
       std::fwrite(pending_.data(), 1, pending_.size(), file_) != pending_.size()) {
-    Fail("write", errno);
+    Fail(errno);
   }
   pending_.clear();
-  if (file_ != nullptr) {
-    const bool flushed = std::fflush(file_) == 0;
-    const int error = errno;
-    if (std::fclose(file_) != 0 || !flushed) Fail("close", flushed ? errno : error);
-    file_ = nullptr;
-  }
-  if (result_.ok && ::rename(temp_.c_str(), target_.c_str()) != 0) Fail("rename", errno);
-  if (result_.ok) temp_.clear();  // now the target: nothing to clean up
+  if (file_ != nullptr && std::fflush(file_) != 0) Fail(errno);
+  if (result_.ok && !direct_) PutInPlace();
+  Close();
   return result_;
+}
+
+void TextFileWriter::PutInPlace() {
+  std::string linked = temp_;
+  if (linked.empty()) {
+    // The unnamed file gets a name only now, for the moment of the rename.
+    linked = TemporaryName(DirectoryOf(resolved_));
+    const std::string self = "/proc/self/fd/" + std::to_string(fd_);
+    if (::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, linked.c_str(), AT_SYMLINK_FOLLOW) != 0)
+      return Fail(errno);
+    slot_ = RegisterTemporary(linked);
+  }
+  if (::rename(linked.c_str(), resolved_.c_str()) != 0) {
+    Fail(errno);
+    ::unlink(linked.c_str());
+  }
+  temp_.clear();  // renamed, or removed: nothing to clean up
+  UnregisterTemporary(slot_);
+  slot_ = -1;
+}
+
+void TextFileWriter::Close() {
+  if (file_ == nullptr) return;
+  if (std::fclose(file_) != 0) Fail(errno);
+  file_ = nullptr;
 }
 
 }  // namespace vantor

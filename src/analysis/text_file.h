@@ -1,11 +1,17 @@
 #pragma once
 // Writing the program's text files: every line ends with CR LF, bytes are
-// written as they are. The file is built beside its target under a
-// temporary name and renamed into place only when complete, so an
-// interrupted or failed write never leaves half a file over a good one.
+// written as they are.
+//
+// A file is built as an unnamed temporary file in its target's directory
+// and linked into place only when complete, so an interrupted or failed
+// write never leaves half a file over a good one, and a killed run leaves
+// no temporary file behind. A target that is a symbolic link is written
+// through to the file it names; a target that is no regular file (a pipe,
+// a terminal, /dev/stdout) is written directly.
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +27,9 @@ struct IoResult {
 class TextFileWriter {
  public:
   explicit TextFileWriter(std::string target);
+  // A writer that writes nothing and whose Commit fails with refusal: an
+  // output the run must not write, reported where a failed write would be.
+  TextFileWriter(std::string target, std::optional<std::string> refusal);
   ~TextFileWriter();  // abandons an uncommitted file
   TextFileWriter(const TextFileWriter&) = delete;
   TextFileWriter& operator=(const TextFileWriter&) = delete;
@@ -32,14 +41,22 @@ class TextFileWriter {
   IoResult Commit();
 
  private:
-  void Fail(const char* what, int error);
+  void Open();
+  void OpenTemporary(const std::string& dir);
+  void Fail(int error);
   // Writes out what has gathered; lines gather in memory first, as a call to
   // the C library per line would cost more than the line itself.
   void Flush();
+  void Close();
+  void PutInPlace();
 
-  std::string target_;
+  std::string target_;    // as given: what messages name
+  std::string resolved_;  // the file written: symbolic links followed
   std::string pending_;
-  std::string temp_;
+  std::string temp_;  // a named temporary file, when the system has no unnamed ones
+  int fd_ = -1;
+  int slot_ = -1;        // where the interrupt handler finds a named temporary file
+  bool direct_ = false;  // written in place: no temporary file
   std::FILE* file_ = nullptr;
   // Started once a file outgrows one block; small files are written
   // directly at Commit.
@@ -49,5 +66,10 @@ class TextFileWriter {
 
 // "Could not write <path>: <reason>" with the system's text for error.
 std::string WriteFailure(const std::string& path, int error);
+
+// On SIGINT and SIGTERM, removes the named temporary files of writes under
+// way and ends the program with 128 + the signal's number. Hosts call it
+// once at start.
+void RemoveTemporaryFilesOnInterrupt();
 
 }  // namespace vantor

@@ -80,6 +80,9 @@ int Run(const vantor::CliOptions& options) {
   vantor::Form1 form(host);
   // The lines behind the counts only matter to the exports.
   form.KeepPlaces(options.json || options.csv);
+  // Every log is known before the first is read: no side file of the
+  // first may replace a later one.
+  for (const std::string& log : options.logs) form.plan.Declare(Absolute(log));
   const bool several = options.logs.size() > 1;
   host.SetAppend(several);
   for (const std::string& log : options.logs) {
@@ -95,7 +98,9 @@ int Run(const vantor::CliOptions& options) {
   }
   if (options.table) vantor::PrintStatisticsTable(std::cout, host.FilledTable());
   if (const auto run = form.LastRun()) {
-    vantor::WriteRunOutputs({options.json, options.csv, options.unknown_summary}, *run, host, std::cout);
+    std::cout.flush();  // the table before an export sent to standard output
+    vantor::WriteRunOutputs({options.json, options.csv, options.unknown_summary}, *run, form.plan, host,
+                            std::cout);
   }
   std::cout.flush();
   return host.ShowedMessage() ? 1 : 0;

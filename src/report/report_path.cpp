@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "analysis/host.h"
+#include "analysis/output_plan.h"
 #include "analysis/text_ops.h"
 
 namespace vantor {
@@ -11,12 +12,6 @@ namespace vantor {
 namespace {
 
 constexpr char kSeparator = '/';
-
-bool SameFile(const std::string& a, std::string_view b) {
-  if (a == b) return true;
-  std::error_code ec;
-  return std::filesystem::equivalent(a, std::filesystem::path(b), ec) && !ec;
-}
 
 }  // namespace
 
@@ -30,7 +25,7 @@ std::string DeriveReportPath(std::string_view output_dir, std::string_view log_p
     const std::string_view tail = slash == std::string_view::npos ? log_path : log_path.substr(slash);
     report = std::string(output_dir) + ReplaceAll(tail, ".log", ".html");
   }
-  if (SameFile(report, log_path)) report += ".html";
+  if (SameFile(report, std::string(log_path))) report += ".html";
   return report;
 }
 

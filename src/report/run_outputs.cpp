@@ -1,6 +1,8 @@
 #include "report/run_outputs.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <sstream>
 
@@ -163,10 +165,36 @@ IoResult WriteExportFile(ExportFormat format, const RunRecord& run, const std::s
   return file.Commit();
 }
 
-void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, Host& host, std::ostream& summary_out) {
+namespace {
+
+// How an export begins, whatever follows.
+std::string_view Signature(ExportFormat format) {
+  return format == ExportFormat::kJson ? "{\n  \"format\": \"vantor-log-analyzer-statistics\""
+                                       : "slot,name,team,";
+}
+
+// An export replaces only an export: a value forgotten after --json must
+// not turn the log that follows into JSON.
+std::optional<std::string> NotAnExport(ExportFormat format, const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file || !std::filesystem::is_regular_file(path)) return std::nullopt;  // new, or a pipe or terminal
+  std::string start(Signature(format).size(), '\0');
+  file.read(start.data(), static_cast<std::streamsize>(start.size()));
+  start.resize(static_cast<std::size_t>(file.gcount()));
+  if (start.empty() || start == Signature(format)) return std::nullopt;
+  return "Did not write " + path + ": it is not " + (format == ExportFormat::kJson ? "a JSON" : "a CSV") +
+         " export of this program, and it is kept";
+}
+
+}  // namespace
+
+void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, OutputPlan& plan, Host& host,
+                     std::ostream& summary_out) {
   const auto write = [&](ExportFormat format, const std::optional<std::string>& path) {
     if (!path) return;
-    const IoResult result = WriteExportFile(format, run, *path);
+    auto refusal = plan.Check(format == ExportFormat::kJson ? "JSON" : "CSV", *path);
+    if (!refusal) refusal = NotAnExport(format, *path);
+    const IoResult result = refusal ? IoResult{false, *refusal} : WriteExportFile(format, run, *path);
     if (!result.ok) host.ShowMessage(result.message, MessageIcon::kCritical);
   };
   write(ExportFormat::kJson, outputs.json);

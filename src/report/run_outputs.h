@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "analysis/host.h"
+#include "analysis/output_plan.h"
 #include "analysis/text_file.h"
 #include "stats/run_record.h"
 
@@ -41,6 +42,9 @@ struct RunOutputs {
 
 // Writes what outputs asks for; a failed write is shown through host and
 // the others are still written.
-void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, Host& host, std::ostream& summary_out);
+// An export that plan refuses (a log, or another output of the run) is not
+// written either.
+void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, OutputPlan& plan, Host& host,
+                     std::ostream& summary_out);
 
 }  // namespace vantor

@@ -2,8 +2,8 @@
 
 namespace vantor {
 
-IoResult WriteUnknownLines(const WorksheetList& lines, const std::string& side_dir) {
-  TextFileWriter unknown(side_dir + std::string(kUnknownFile));
+IoResult WriteUnknownLines(const WorksheetList& lines, const std::string& path) {
+  TextFileWriter unknown(path);
   for (TextId row : lines.Ids()) unknown.WriteLine(lines.Pool().Text(row));
   unknown.WriteLine("");
   return unknown.Commit();

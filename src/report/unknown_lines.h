@@ -12,7 +12,8 @@ namespace vantor {
 
 inline constexpr std::string_view kUnknownFile = "/unknown.txt";
 
-// Writes every row of lines, then one empty line, to side_dir + "/unknown.txt".
-IoResult WriteUnknownLines(const WorksheetList& lines, const std::string& side_dir);
+// Writes every row of lines, then one empty line, to path (side_dir +
+// kUnknownFile).
+IoResult WriteUnknownLines(const WorksheetList& lines, const std::string& path);
 
 }  // namespace vantor

@@ -189,7 +189,13 @@ void DisplayStats::ExportRun(ExportFormat format) {
   dialog.setDefaultSuffix(csv ? "csv" : "json");
   if (desktop_.Exec(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
   const std::string path = QFile::encodeName(dialog.selectedFiles().first()).toStdString();
-  const IoResult result = WriteExportFile(format, *run, path);
+  // The run may be over and its worksheet emptied: its logs and report
+  // are what the export must not replace.
+  OutputPlan plan;
+  for (const std::string& log : run->files) plan.Declare(log);
+  if (form1_->ReportWritten()) plan.Check("report", form1_->ReportPath());
+  const auto refusal = plan.Check(csv ? "CSV" : "JSON", path);
+  const IoResult result = refusal ? IoResult{false, *refusal} : WriteExportFile(format, *run, path);
   if (!result.ok) host_->ShowMessage(result.message, MessageIcon::kCritical);
 }
 
