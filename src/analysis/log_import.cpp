@@ -1,5 +1,11 @@
 #include "analysis/log_import.h"
 
+#include <fcntl.h>
+#include <limits.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -47,21 +53,58 @@ LogText::~LogText() {
   if (file_ != nullptr) std::fclose(file_);
 }
 
+namespace {
+
+// What a file is when it is no regular file; empty for a regular one.
+std::string_view KindOf(mode_t mode) {
+  if (S_ISREG(mode)) return {};
+  if (S_ISDIR(mode)) return "a directory";
+  if (S_ISFIFO(mode)) return "a named pipe (FIFO)";
+  if (S_ISCHR(mode)) return "a character device";
+  if (S_ISBLK(mode)) return "a block device";
+  if (S_ISSOCK(mode)) return "a socket";
+  return "not a regular file";
+}
+
+std::string NotALog(const std::string& path, std::string_view kind) {
+  return "Could not read " + path + ": it is " + std::string(kind) + ", not a log file";
+}
+
+}  // namespace
+
+std::string ResolvedLogPath(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  const std::string dir = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+  const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
+  if (path.empty() || name.empty() || name == "." || name == "..") return path;
+  char resolved[PATH_MAX];
+  if (::realpath(dir.c_str(), resolved) == nullptr) return path;
+  const std::string full = std::string(resolved) + (resolved[1] == '\0' ? "" : "/") + name;
+  return full.size() < PATH_MAX ? full : path;
+}
+
 LogText ReadLogText(const std::string& fileName, Host& host) {
-  std::error_code ec;
-  if (!std::filesystem::exists(fileName, ec)) {
+  struct stat st;
+  if (::stat(fileName.c_str(), &st) != 0 && errno == ENOENT) {
     host.ShowMessage(kFileNotFound, MessageIcon::kCritical);
     return LogText();
   }
-  if (std::filesystem::is_directory(fileName, ec)) {
-    host.ShowMessage(ReadFailure(fileName, EISDIR), MessageIcon::kCritical);
+  // Opened without waiting (a pipe has no writer), then checked: only a
+  // regular file is read; a pipe or a device could block or never end.
+  const int fd = ::open(fileName.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) {
+    const int error = errno;
+    host.ShowMessage(error == ENXIO ? NotALog(fileName, KindOf(st.st_mode)) : ReadFailure(fileName, error),
+                     MessageIcon::kCritical);
     return LogText();
   }
-  std::FILE* file = std::fopen(fileName.c_str(), "rb");
+  std::FILE* file = ::fstat(fd, &st) == 0 && KindOf(st.st_mode).empty() ? ::fdopen(fd, "rb") : nullptr;
   if (file == nullptr) {
-    host.ShowMessage(ReadFailure(fileName, errno), MessageIcon::kCritical);
+    host.ShowMessage(NotALog(fileName, KindOf(st.st_mode)), MessageIcon::kCritical);
+    ::close(fd);
     return LogText();
   }
+  ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
   return LogText(file);
 }
 

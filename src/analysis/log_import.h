@@ -109,6 +109,12 @@ class PhysicalLines {
   char last_end_ = 0;
 };
 
+// The path of a log as a file dialog gives it: absolute, its directory
+// resolved as the system resolves it (".." after a link goes back from
+// where the link leads). A path whose absolute form the system could not
+// open (too long) stays as it was given, which works.
+std::string ResolvedLogPath(const std::string& path);
+
 // Opens a log for reading. A missing file shows "File Not Found" and gives
 // the empty text; so does one that cannot be read, with a message saying why.
 LogText ReadLogText(const std::string& fileName, Host& host);

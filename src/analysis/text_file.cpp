@@ -96,6 +96,8 @@ std::string TemporaryName(const std::string& dir) {
 
 }  // namespace
 
+bool IsStandardStream(const std::string& path) { return StandardStreamOf(path) >= 0; }
+
 void RemoveTemporaryFilesOnInterrupt() {
   std::signal(SIGINT, RemoveTemporariesAndExit);
   std::signal(SIGTERM, RemoveTemporariesAndExit);

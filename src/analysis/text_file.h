@@ -64,6 +64,10 @@ class TextFileWriter {
   IoResult result_;
 };
 
+// Whether path is the file, pipe or terminal that standard output or
+// standard error goes to.
+bool IsStandardStream(const std::string& path);
+
 // "Could not write <path>: <reason>" with the system's text for error.
 std::string WriteFailure(const std::string& path, int error);
 

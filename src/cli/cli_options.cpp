@@ -1,6 +1,9 @@
 #include "cli/cli_options.h"
 
 #include <string_view>
+#include <utility>
+
+#include "analysis/output_plan.h"
 
 namespace vantor {
 
@@ -23,6 +26,28 @@ bool* FlagOption(CliOptions& o, std::string_view name) {
   if (name == "--help") return &o.help;
   if (name == "--version") return &o.version;
   return nullptr;
+}
+
+// What is wrong with options that parsed, or "".
+std::string Problem(const CliOptions& o) {
+  for (const auto& [name, dir] :
+       {std::pair{"--side-dir", &o.side_dir}, std::pair{"--output-dir", &o.output_dir}}) {
+    // An unset variable in a script must not aim the files at "/".
+    if (*dir && (*dir)->empty())
+      return std::string("option '") + name + "' needs a directory, not an empty value";
+  }
+  for (const auto& [name, file] : {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}}) {
+    if (*file && (*file)->empty())
+      return std::string("option '") + name + "' needs a file, not an empty value";
+  }
+  if (o.json && o.csv && (*o.json == *o.csv || SameFile(*o.json, *o.csv))) {
+    return *o.json == "-" ? "only one of --json and --csv can go to standard output ('-')"
+                          : "--json and --csv name the same file";
+  }
+  for (const std::string& log : o.logs) {
+    if (log == "-") return "a log is read from a file: '-' (standard input) is not supported";
+  }
+  return "";
 }
 
 }  // namespace
@@ -57,6 +82,7 @@ CliParse ParseCliOptions(const std::vector<std::string>& args) {
     }
   }
   if (o.logs.empty() && !o.help && !o.version) return {std::nullopt, "missing LOG operand"};
+  if (const std::string problem = Problem(o); !problem.empty()) return {std::nullopt, problem};
   return {o, ""};
 }
 

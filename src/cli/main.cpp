@@ -4,6 +4,10 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -11,7 +15,10 @@
 
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
+#include "analysis/log_import.h"
+#include "analysis/run_lock.h"
 #include "analysis/side_file_directory.h"
+#include "analysis/text_file.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
 #include "report/run_outputs.h"
@@ -28,7 +35,8 @@ constexpr const char* kHelp =
     "\n"
     "One LOG is analysed on its own; several LOGs are analysed together.\n"
     "\n"
-    "  --output-dir DIR  write the report into DIR (default: next to the log)\n"
+    "  --output-dir DIR  write the report into DIR (default: next to the log);\n"
+    "                    DIR is made when missing\n"
     "  --side-dir DIR    write logoutput.txt, ignored.txt, chat.txt and\n"
     "                    unknown.txt into DIR (default: the program's directory,\n"
     "                    or ~/.local/share/vantor-log-analyzer when that cannot\n"
@@ -38,7 +46,9 @@ constexpr const char* kHelp =
     "  --quiet           print nothing on stderr but errors (no progress bar)\n"
     "  --json FILE       also write every member's counts, weapons and team\n"
     "                    explanation, the kill matrix and more as JSON\n"
-    "  --csv FILE        also write one row per member as CSV (UTF-8)\n"
+    "                    (FILE '-': standard output)\n"
+    "  --csv FILE        also write one row per member as CSV (UTF-8; '-':\n"
+    "                    standard output)\n"
     "  --unknown-summary print the most frequent shapes of unrecognised lines\n"
     "  --help            show this help and exit\n"
     "  --version         show the version and exit\n"
@@ -54,40 +64,44 @@ std::string ProgramDirectory() {
   return ec ? std::filesystem::current_path().string() : exe.parent_path().string();
 }
 
-// The log's full path as a file dialog gives it: absolute and without "." or
-// "..", so that deriving the report's name only sees folders the log is in.
-std::string Absolute(const std::string& path) {
-  if (path.empty()) return path;  // no file chosen
-  std::error_code ec;
-  const auto absolute = std::filesystem::absolute(path, ec);
-  return ec ? path : absolute.lexically_normal().string();
-}
+void Say(std::string_view text) { std::cerr << "vantor-cli: " << text << "\n"; }
 
 // The side files go where --side-dir says; without it, to the program's
 // directory or, when that cannot be written, the user's own (said once).
 std::string SideDirectory(const vantor::CliOptions& options) {
   if (options.side_dir) return *options.side_dir;
   const vantor::SideFileDirectory side = vantor::ChooseSideFileDirectory(ProgramDirectory());
-  if (side.newly_made && !options.quiet)
-    std::cerr << "vantor-cli: " << vantor::SideFileNotice(side.path) << "\n";
+  if (side.newly_made && !options.quiet) Say(vantor::SideFileNotice(side.path));
   return side.path;
 }
 
-int Run(const vantor::CliOptions& options) {
-  const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
-  vantor::CliHost host(options.output_dir.value_or(""), SideDirectory(options), options.open, std::cerr,
-                       show_progress);
-  vantor::Form1 form(host);
+// A directory the user named is made when missing, as mkdir -p makes it.
+bool MakeDirectory(const std::optional<std::string>& dir) {
+  std::error_code ec;
+  if (!dir || std::filesystem::is_directory(*dir, ec)) return true;
+  std::filesystem::create_directories(*dir, ec);
+  if (!ec) return true;
+  Say("could not create the directory " + *dir + ": " + ec.message());
+  return false;
+}
+
+// "-" sends an export to standard output.
+std::optional<std::string> ExportPath(const std::optional<std::string>& value) {
+  if (value && *value == "-") return "/dev/stdout";
+  return value;
+}
+
+void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
   // The lines behind the counts only matter to the exports.
   form.KeepPlaces(options.json || options.csv);
   // Every log is known before the first is read: no side file of the
   // first may replace a later one.
-  for (const std::string& log : options.logs) form.plan.Declare(Absolute(log));
+  for (const std::string& log : options.logs) form.plan.Declare(vantor::ResolvedLogPath(log));
   const bool several = options.logs.size() > 1;
   host.SetAppend(several);
   for (const std::string& log : options.logs) {
     host.Progress().SetStage("reading " + std::filesystem::path(log).filename().string());
-    host.SetChosenLogPath(Absolute(log));
+    host.SetChosenLogPath(vantor::ResolvedLogPath(log));
     form.LoadFile();
   }
   host.Progress().SetStage("analysing");
@@ -96,19 +110,57 @@ int Run(const vantor::CliOptions& options) {
   } else {
     vantor::OpenRun(form);
   }
+}
+
+// Whether what was printed on standard output so far reached it; a short
+// or failed write is said.
+bool Delivered() {
+  errno = 0;
+  if (std::cout.flush() && std::fflush(stdout) == 0 && !std::ferror(stdout)) return true;
+  Say(std::string("could not write to standard output: ") + std::strerror(errno != 0 ? errno : EIO));
+  return false;
+}
+
+bool PrintResults(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
+  errno = 0;
   if (options.table) vantor::PrintStatisticsTable(std::cout, host.FilledTable());
+  // The table goes out before an export sent to standard output.
+  if (!Delivered()) return false;
   if (const auto run = form.LastRun()) {
-    std::cout.flush();  // the table before an export sent to standard output
-    vantor::WriteRunOutputs({options.json, options.csv, options.unknown_summary}, *run, form.plan, host,
-                            std::cout);
+    vantor::WriteRunOutputs({ExportPath(options.json), ExportPath(options.csv), options.unknown_summary},
+                            *run, form.plan, host, std::cout);
   }
-  std::cout.flush();
-  return host.ShowedMessage() ? 1 : 0;
+  return Delivered();
+}
+
+int Run(const vantor::CliOptions& options) {
+  if (!MakeDirectory(options.side_dir) || !MakeDirectory(options.output_dir)) return 1;
+  const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
+  const std::string side_dir = SideDirectory(options);
+  const vantor::RunLock lock(side_dir, [&] {
+    if (!options.quiet) Say("waiting for another run that writes into " + side_dir);
+  });
+  vantor::CliHost host(options.output_dir.value_or(""), side_dir, options.open, std::cerr, show_progress);
+  vantor::Form1 form(host);
+  try {
+    Analyse(options, host, form);
+  } catch (const std::bad_alloc&) {
+    std::string logs;
+    for (const std::string& log : options.logs) logs += (logs.empty() ? "" : ", ") + log;
+    Say("Not enough memory to analyse " + logs);
+    return 1;
+  }
+  const bool printed = PrintResults(options, host, form);
+  return host.ShowedMessage() || !printed ? 1 : 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A file grown past the size limit fails its write, which is reported;
+  // an interrupted run removes its temporary files.
+  std::signal(SIGXFSZ, SIG_IGN);
+  vantor::RemoveTemporaryFilesOnInterrupt();
   const std::vector<std::string> args(argv + 1, argv + argc);
   const vantor::CliParse parse = vantor::ParseCliOptions(args);
   if (!parse.options) {
@@ -124,5 +176,10 @@ int main(int argc, char** argv) {
     std::cout << "vantor-cli (Vantor Log Analyzer) 0.80\n";
     return 0;
   }
-  return Run(*parse.options);
+  try {
+    return Run(*parse.options);
+  } catch (const std::bad_alloc&) {
+    Say("Not enough memory to finish the run");
+    return 1;
+  }
 }

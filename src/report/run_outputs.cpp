@@ -176,8 +176,8 @@ std::string_view Signature(ExportFormat format) {
 // An export replaces only an export: a value forgotten after --json must
 // not turn the log that follows into JSON.
 std::optional<std::string> NotAnExport(ExportFormat format, const std::string& path) {
+  if (IsStandardStream(path) || !std::filesystem::is_regular_file(path)) return std::nullopt;
   std::ifstream file(path, std::ios::binary);
-  if (!file || !std::filesystem::is_regular_file(path)) return std::nullopt;  // new, or a pipe or terminal
   std::string start(Signature(format).size(), '\0');
   file.read(start.data(), static_cast<std::streamsize>(start.size()));
   start.resize(static_cast<std::size_t>(file.gcount()));
