@@ -266,21 +266,25 @@ class MainWindowTest : public QObject {
     QVERIFY(!QDir(desktop_->program_dir).exists());
   }
 
-  void failedImportShowsItsMessageAndRunsOverNothing_data() {
+  void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable_data() {
     QTest::addColumn<QString>("answer");
     QTest::addColumn<QString>("message");
-    QTest::newRow("dialog cancelled") << ""
-                                      << "Vantor Log Analyzer | Choose a file! | 0 | OK";
-    QTest::newRow("file missing") << "missing.log"
-                                  << "Vantor Log Analyzer | File Not Found | 3 | OK";
+    QTest::newRow("dialog cancelled") << "" << "Choose a file! | 0";
+    QTest::newRow("file missing") << "missing.log" << "File Not Found | 3";
+    QTest::newRow("a directory named with markup") << "<i>dir.log" << "Could not read {dir}/<i>dir.log: Is a directory | 3";
   }
-  void failedImportShowsItsMessageAndRunsOverNothing() {
+  void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable() {
     QFETCH(QString, answer);
     QFETCH(QString, message);
+    if (answer.startsWith('<')) QVERIFY(QDir(desktop_->dir.path()).mkdir(answer));
     Open(answer.isEmpty() ? answer : desktop_->dir.filePath(answer));
-    QCOMPARE(desktop_->messages, QStringList{message});
+    message.replace("{dir}", desktop_->dir.path());
+    QCOMPARE(desktop_->messages, QStringList{"Vantor Log Analyzer | " + message + " | OK"});
+    QCOMPARE(desktop_->shown, QStringList{message.section(" | ", 0, 0)});  // markup shown, not applied
     const QStringList totals = QStringList{"Totals"} + QStringList(10, "0");
     QCOMPARE(Table(), QList<QStringList>({totals, QStringList(11, " "), totals}));
+    Open(GameLog());
+    QCOMPARE(Table(), kGameTable);
   }
 
   void closingLeavesOptionsOpenAndWaitsForARun_data() {
