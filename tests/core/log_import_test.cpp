@@ -79,6 +79,11 @@ TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
        "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n"},
       {"chat without code 7 goes unstripped to ignored only", "^1Bravo: ^2plain\n", {},
        "^1Bravo: ^2plain\r\n", ""},
+      {"coloured chat with a never-kept text is still chat",
+       "^7Alpha: reconnected^1!\n^7Bravo entered the game: hi\n", {},
+       "Alpha: reconnected!\r\nBravo entered the game: hi\r\n", "Alpha: reconnected!\r\nBravo entered the game: hi\r\n"},
+      {"never-kept texts anywhere, near misses kept", "^7connected\n^7cconnected x\n^7x connecte d\n^7conn ected\n",
+       {"x connecte d", "conn ected"}, "^7connected\r\n^7cconnected x\r\n", ""},
       {"server command overflow", "^7Server command overflow\n", {},
        "^7Server command overflow\r\n", ""},
       {"high and NUL bytes pass through",
@@ -103,9 +108,22 @@ TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
   }
 }
 
-TEST_F(LogImport, EmptyImportLeavesOneEmptyLineInLogOutput) {
-  Open("noise\n");
-  EXPECT_EQ(Side("logoutput.txt"), "\r\n");
+// "^1", "^2", ... "^9", "^0" and then "^" are each removed in one pass over
+// the result of the step before, so a removal can form a code that a later
+// step removes, but never one that an earlier step would have.
+TEST_F(LogImport, KeptLinesLoseTheirColourCodesOneCodeAfterTheOther) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"^1Al^7pha ^4Bravo", "Alpha Bravo"}, {"^^12", ""}, {"^^21", "1"}, {"^^^123", ""}, {"^7^^77", "7"},
+      {"^^01", "1"}, {"^^90", ""}, {"^^09", "9"}, {"^1^11", "1"}, {"^10", "0"}, {"^a^", "a"}, {"^^^", ""},
+      {"no codes", "no codes"}, {"\x80^7\xff", "\x80\xff"}};
+  std::string log;
+  V kept;
+  for (const auto& [line, stripped] : rows) {
+    log += "Ida's Sentry Gun was destroyed by " + line + "\n";
+    kept.push_back("Ida's Sentry Gun was destroyed by " + stripped);
+  }
+  Open(log);
+  EXPECT_EQ(form_.List1.Rows(), kept);
 }
 
 TEST_F(LogImport, AppendModeLogOutputHoldsBothFilesAndTheOtherSideFilesTheLastOnly) {
