@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "analysis/analysis_run.h"
 #include "analysis/form1.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
@@ -189,42 +188,6 @@ TEST_F(LogImport, LinesRunningAcrossReadPiecesAreKeptOrIgnoredWhole) {
   Open("^7" + filler + " cratered.\r\n^7Bravo cratered.\r\n");  // CR ends the first piece
   EXPECT_EQ(form_.List1.Rows(), (V{filler + " cratered.", "Bravo cratered."}));
   EXPECT_EQ(Side("ignored.txt"), "\r\n\r\n");
-}
-
-TEST(LoadFile, UnwritableSideFilesAreReportedByPathAndTheImportGoesOn) {
-  struct Row { const char* name; std::string subdir, reason; };
-  const Row rows[] = {{"directory missing", "missing/sub", "No such file or directory"},
-                      {"parent is a regular file", "plain-file/sub", "Not a directory"}};
-  for (const Row& r : rows) {
-    SCOPED_TRACE(r.name);
-    ScratchDir dir;
-    WriteBytes(dir / "plain-file", "a file, not a directory");
-    FakeHost host;
-    host.program_dir = dir / r.subdir;
-    host.chosen_log = dir / "game.log";
-    WriteBytes(host.chosen_log, "^7Alpha cratered.\r\n^7Bravo: hi\n");
-    Form1 form(host);
-    form.LoadFile();
-    const std::string side = dir / r.subdir;
-    EXPECT_EQ(host.messages,
-              (Messages{{"Could not write " + side + "/ignored.txt: " + r.reason, MessageIcon::kCritical},
-                        {"Could not write " + side + "/chat.txt: " + r.reason, MessageIcon::kCritical},
-                        {"Could not write " + side + "/logoutput.txt: " + r.reason,
-                         MessageIcon::kCritical}}));
-    EXPECT_EQ(form.List1.Rows(), (V{"Alpha cratered."}));
-    OpenRun(form);  // the run goes on and still opens the report
-    EXPECT_EQ(host.messages.back().text, "Could not write " + side + "/unknown.txt: " + r.reason);
-    EXPECT_EQ(host.opened, (V{dir / "game.html"}));
-  }
-}
-
-TEST_F(LogImport, ADirectoryChosenAsTheLogIsReportedAsUnreadable) {
-  host_.chosen_log = dir_.path().string();
-  form_.LoadFile();
-  EXPECT_EQ(host_.messages, (Messages{{"Could not read " + dir_.path().string() + ": Is a directory",
-                                       MessageIcon::kCritical}}));
-  EXPECT_EQ(Side("ignored.txt"), "");
-  EXPECT_EQ(Side("logoutput.txt"), "\r\n");
 }
 
 }  // namespace
