@@ -4,12 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "analysis/form1.h"
-#include "report/html_report.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
 
@@ -109,24 +107,26 @@ void AppendRow(StatisticsTable& table, const std::vector<std::string>& cells) {
   for (std::size_t c = 0; c < cells.size(); ++c) table[c].Append(cells[c]);
 }
 
-TEST(WriteHtmlReport, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
-  TallyTable tally(2);
-  tally[0].strPlayerName = "Ida";
-  tally[0].intFrags = 3;
-  tally[0].intFlagGrabs = 2;
-  tally[1].strPlayerName = "Jo";
-  tally[1].intDeaths = 4;
-  tally[1].intFCKills = 1;
+TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
+  ScratchDir dir;
+  FakeHost host;
+  host.chosen_log = dir / "match.log";
+  Form1 form(host);
+  form.tally.resize(2);
+  form.tally[0].strPlayerName = "Ida";
+  form.tally[0].intFrags = 3;
+  form.tally[0].intFlagGrabs = 2;
+  form.tally[1].strPlayerName = "Jo";
+  form.tally[1].intDeaths = 4;
+  form.tally[1].intFCKills = 1;
   // Distinct texts in the totals rows show which row each total is read from.
-  StatisticsTable table;
-  AppendRow(table, {"Ida", "3", "0", "0", "2", "0", "0", "0", "0", "0", "0"});
-  AppendRow(table, {"Jo", "0", "4", "0", "0", "0", "0", "0", "0", "1", "0"});
-  AppendRow(table, {"Totals", "b1", "b2", "b3", "b4", "b5", "b6", "b7", "b8", "b9", "b10"});
-  AppendRow(table, {" ", " ", " ", " ", " ", " ", " ", " ", " ", " ", " "});
-  AppendRow(table, {"Totals", "r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8", "r9", "r10"});
-  std::ostringstream out;
-  WriteHtmlReport(out, tally, 2, 0, table);
-  const std::string report = out.str();
+  AppendRow(host.table, {"Ida", "3", "0", "0", "2", "0", "0", "0", "0", "0", "0"});
+  AppendRow(host.table, {"Jo", "0", "4", "0", "0", "0", "0", "0", "0", "1", "0"});
+  AppendRow(host.table, {"Totals", "b1", "b2", "b3", "b4", "b5", "b6", "b7", "b8", "b9", "b10"});
+  AppendRow(host.table, {" ", " ", " ", " ", " ", " ", " ", " ", " ", " ", " "});
+  AppendRow(host.table, {"Totals", "r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8", "r9", "r10"});
+  form.OutputToHTML(2, 0);
+  const std::string report = ReadBytes(dir / "match.html");
   EXPECT_EQ(Table(report, "<center><h2>Frag Stats</h2>"),
             Lines({"<center><h2>Frag Stats</h2>", "<table border=1><tr>", "<td>Name</TD>",
                    "<td>Frags</TD>", "<td>Deaths</TD>", "<td>Suicides</TD>",
@@ -149,38 +149,6 @@ TEST(WriteHtmlReport, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotal
                              "  </table></body></html>"})),
             std::string::npos)
       << flag;
-}
-
-TEST(OutputToHTML, MemberOfBothTeamsHasABlueAndARedRowWhereverTheCountsPass) {
-  const std::string report =
-      ReportFor({{"Duo"}, {"Duo"}, {{"Duo", "Vick", "Rail Gun"}, {"Himself", "Duo", "Suicide"}}, {}, {"Duo"}});
-  // The Red slot counts after the Blue one has taken the suicide and the kill.
-  EXPECT_EQ(Table(report, "<center><h2>Frag Stats</h2>"),
-            Lines({"<center><h2>Frag Stats</h2>", "<table border=1><tr>", "<td>Name</TD>",
-                   "<td>Frags</TD>", "<td>Deaths</TD>", "<td>Suicides</TD>",
-                   "<TR><td>", "<font color=#0000FF>", "Duo</font></TD>",
-                   "<td>1</TD>", "<td>1</TD>", "<td>1</TD>", "</tr>",
-                   "<tr><td><b>Total</b></TD><td><b>1</TD><td><b>1</TD><td><b>1</TD></tr>",
-                   "<TR><td>", "<font color=#FF0000>", "Duo</font></TD>",
-                   "<td>1</TD>", "<td>0</TD>", "<td>0</TD>", "</tr>",
-                   "<tr><td><b>Total</b></TD><td><b>1</TD><td><b>0</TD><td><b>0</TD></tr>",
-                   "  </table></body></html>"}));
-  std::string cyborg = Lines({"<h2>Cyborg Stats</h2>", "<table border=1><tr>", "<TR><td>Name</TD>",
-                              "<td>Kamikazi</TD>", "<td>Grenade</TD>", "<td>Lightning Gun</TD>",
-                              "<td>Plasma</TD>", "<td>Sentry KillerK</TD>", "<td>SK Splash</TD>",
-                              "<td>Sentry Kills</TD>", "</tr>"});
-  for (const char* colour : {"<font color=#0000FF>", "<font color=#FF0000>"}) {
-    cyborg += Lines({"<TR><td>", colour, "Duo</font></TD>", "<td>0</TD>", "<td>0</TD>", "<td>0</TD>",
-                     "<td>0</TD>", "<td>0</TD>", "<td>0</TD>", "<td>1</TD>", "</tr>"});
-  }
-  EXPECT_EQ(Table(report, "<h2>Cyborg Stats</h2>"), cyborg + "  </table></body></html>\r\n");
-  EXPECT_EQ(Table(report, "<h2>Sniper Stats</h2>"),
-            Lines({"<h2>Sniper Stats</h2>", "<table border=1><tr>", "<TR><td>Name</TD>",
-                   "<td>Headshot</TD>", "<td>Sniper Rifle</TD>", "<td>Legshot</TD>",
-                   "<td>Railgun</TD>", "<td>Pipebombs</TD>", "</tr>",
-                   "<TR><td>", "<font color=#0000FF>", "Duo</font></TD>",
-                   "<td>0</TD>", "<td>0</TD>", "<td>0</TD>", "<td>1</TD>", "<td>0</TD>", "</tr>",
-                   "  </table></body></html>"}));
 }
 
 }  // namespace

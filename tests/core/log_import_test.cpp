@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "analysis/analysis_run.h"
 #include "analysis/form1.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
@@ -79,6 +78,11 @@ TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
        "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n"},
       {"chat without code 7 goes unstripped to ignored only", "^1Bravo: ^2plain\n", {},
        "^1Bravo: ^2plain\r\n", ""},
+      {"coloured chat with a never-kept text is still chat",
+       "^7Alpha: reconnected^1!\n^7Bravo entered the game: hi\n", {},
+       "Alpha: reconnected!\r\nBravo entered the game: hi\r\n", "Alpha: reconnected!\r\nBravo entered the game: hi\r\n"},
+      {"never-kept texts anywhere, near misses kept", "^7connected\n^7cconnected x\n^7x connecte d\n^7conn ected\n",
+       {"x connecte d", "conn ected"}, "^7connected\r\n^7cconnected x\r\n", ""},
       {"server command overflow", "^7Server command overflow\n", {},
        "^7Server command overflow\r\n", ""},
       {"high and NUL bytes pass through",
@@ -103,9 +107,22 @@ TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
   }
 }
 
-TEST_F(LogImport, EmptyImportLeavesOneEmptyLineInLogOutput) {
-  Open("noise\n");
-  EXPECT_EQ(Side("logoutput.txt"), "\r\n");
+// "^1", "^2", ... "^9", "^0" and then "^" are each removed in one pass over
+// the result of the step before, so a removal can form a code that a later
+// step removes, but never one that an earlier step would have.
+TEST_F(LogImport, KeptLinesLoseTheirColourCodesOneCodeAfterTheOther) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"^1Al^7pha ^4Bravo", "Alpha Bravo"}, {"^^12", ""}, {"^^21", "1"}, {"^^^123", ""}, {"^7^^77", "7"},
+      {"^^01", "1"}, {"^^90", ""}, {"^^09", "9"}, {"^1^11", "1"}, {"^10", "0"}, {"^a^", "a"}, {"^^^", ""},
+      {"no codes", "no codes"}, {"\x80^7\xff", "\x80\xff"}};
+  std::string log;
+  V kept;
+  for (const auto& [line, stripped] : rows) {
+    log += "Ida's Sentry Gun was destroyed by " + line + "\n";
+    kept.push_back("Ida's Sentry Gun was destroyed by " + stripped);
+  }
+  Open(log);
+  EXPECT_EQ(form_.List1.Rows(), kept);
 }
 
 TEST_F(LogImport, AppendModeLogOutputHoldsBothFilesAndTheOtherSideFilesTheLastOnly) {
@@ -171,42 +188,6 @@ TEST_F(LogImport, LinesRunningAcrossReadPiecesAreKeptOrIgnoredWhole) {
   Open("^7" + filler + " cratered.\r\n^7Bravo cratered.\r\n");  // CR ends the first piece
   EXPECT_EQ(form_.List1.Rows(), (V{filler + " cratered.", "Bravo cratered."}));
   EXPECT_EQ(Side("ignored.txt"), "\r\n\r\n");
-}
-
-TEST(LoadFile, UnwritableSideFilesAreReportedByPathAndTheImportGoesOn) {
-  struct Row { const char* name; std::string subdir, reason; };
-  const Row rows[] = {{"directory missing", "missing/sub", "No such file or directory"},
-                      {"parent is a regular file", "plain-file/sub", "Not a directory"}};
-  for (const Row& r : rows) {
-    SCOPED_TRACE(r.name);
-    ScratchDir dir;
-    WriteBytes(dir / "plain-file", "a file, not a directory");
-    FakeHost host;
-    host.program_dir = dir / r.subdir;
-    host.chosen_log = dir / "game.log";
-    WriteBytes(host.chosen_log, "^7Alpha cratered.\r\n^7Bravo: hi\n");
-    Form1 form(host);
-    form.LoadFile();
-    const std::string side = dir / r.subdir;
-    EXPECT_EQ(host.messages,
-              (Messages{{"Could not write " + side + "/ignored.txt: " + r.reason, MessageIcon::kCritical},
-                        {"Could not write " + side + "/chat.txt: " + r.reason, MessageIcon::kCritical},
-                        {"Could not write " + side + "/logoutput.txt: " + r.reason,
-                         MessageIcon::kCritical}}));
-    EXPECT_EQ(form.List1.Rows(), (V{"Alpha cratered."}));
-    OpenRun(form);  // the run goes on and still opens the report
-    EXPECT_EQ(host.messages.back().text, "Could not write " + side + "/unknown.txt: " + r.reason);
-    EXPECT_EQ(host.opened, (V{dir / "game.html"}));
-  }
-}
-
-TEST_F(LogImport, ADirectoryChosenAsTheLogIsReportedAsUnreadable) {
-  host_.chosen_log = dir_.path().string();
-  form_.LoadFile();
-  EXPECT_EQ(host_.messages, (Messages{{"Could not read " + dir_.path().string() + ": Is a directory",
-                                       MessageIcon::kCritical}}));
-  EXPECT_EQ(Side("ignored.txt"), "");
-  EXPECT_EQ(Side("logoutput.txt"), "\r\n");
 }
 
 }  // namespace

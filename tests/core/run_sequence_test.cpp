@@ -68,12 +68,18 @@ TEST_F(RunSequence, CancelledOpenStillRunsOverTheEmptyWorksheet) {
   EXPECT_EQ(host_.opened.size(), 1u);  // no log, no report to open
 }
 
-TEST_F(RunSequence, TeamsDoNotCarryOverFromAnEarlierRun) {
-  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n");
+TEST_F(RunSequence, ASecondRunForgetsTheTeamsAndReplacesReportAndUnknownLines) {
+  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n^7 spaced \r\n^7x<&>y\r\n");
   OpenRun(form_);
-  Open("b.log", "^7Bravo was railed by Alpha\r\n");
+  EXPECT_EQ(ReadBytes(dir_ / "unknown.txt"), " spaced \r\nx<&>y\r\n\r\n");
+  Open("a.log", "^7Bravo was railed by Alpha\r\n");
   OpenRun(form_);
   EXPECT_EQ(host_.table[0].Rows(), (V{"Totals", " ", "Totals"}));
+  EXPECT_EQ(ReadBytes(dir_ / "unknown.txt"), "\r\n");
+  EXPECT_EQ(ReadBytes(dir_ / "a.html"), ReadBytes(DataPath("report_no_members/expected_report.html")));
+  EXPECT_EQ(FilesIn(dir_.path()), (std::set<std::string>{"a.html", "a.log", "chat.txt", "ignored.txt",
+                                                        "logoutput.txt", "unknown.txt"}));
+  EXPECT_EQ(host_.opened, (V{dir_ / "a.html", dir_ / "a.html"}));
 }
 
 TEST_F(RunSequence, UnwritableUnknownLinesAreReportedAndTheReportStillOpens) {

@@ -1,24 +1,119 @@
-// libFuzzer target over the whole pipeline: arbitrary bytes as one log, or
-// as two logs analysed together, through import, recognition, statistics,
-// the report and the side files, into a scratch directory, with the core
-// alone and the tests' fake host (support/pipeline_check.h gives the input
-// layout). Besides crashes, sanitizer findings and leaks, every promise
-// RunPipelineCase finds broken is a finding.
+// libFuzzer target over the whole pipeline: arbitrary bytes become one log,
+// or two logs analysed together, in a scratch directory; the core imports,
+// recognises, counts and reports them with the tests' fake host. Besides
+// crashes, sanitizer findings and leaks, every broken promise of the run is
+// a finding: a message shown, a missing or extra file, a changed log, a
+// report cut short, side files that disagree with each other.
+//
+// Input layout: when the first byte is below 0x20 it holds options (bit 1
+// makes two logs, appended and processed together; bits 2-3 pick the log's
+// name; bit 4 sets an output directory) and the second byte says where the
+// rest is cut into the two logs, as a fraction of 255. Otherwise the whole
+// input is one log named "1game.log".
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <set>
 #include <string>
-#include <string_view>
+#include <vector>
 
-#include "support/pipeline_check.h"
+#include "analysis/analysis_run.h"
+#include "analysis/form1.h"
+#include "support/fake_host.h"
 #include "support/test_files.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using vantor::testing::ReadBytes;
+
+// A name the user may pick, with its report beside the log and in an output directory.
+struct LogName {
+  const char *log, *beside, *elsewhere;
+};
+constexpr LogName kNames[] = {{"game.log", "game.html", "game.html"},
+                              {"game.LOG", "game.LOG.html", "game.LOG"},
+                              {"game", "game.html", "game"},
+                              {"game.log.log", "game.html.html", "game.html.html"}};
+
+std::string Read(const fs::path& path) { return fs::is_regular_file(path) ? ReadBytes(path) : "<missing>"; }
+
+// The rows of a side file, each ended by CR LF, behind them one empty line.
+bool Rows(const std::string& bytes, std::vector<std::string>& rows) {
+  if (!bytes.ends_with("\r\n\r\n") && bytes != "\r\n") return false;
+  for (std::size_t at = 0, end; (end = bytes.find("\r\n", at)) != bytes.size() - 2; at = end + 2) {
+    rows.push_back(bytes.substr(at, end - at));
+  }
+  return true;
+}
+
+std::vector<std::string> RunCase(std::string_view input, const fs::path& dir) {
+  const unsigned first = input.empty() ? 0x20 : static_cast<unsigned char>(input[0]);
+  const bool options = first < 0x20 && input.size() >= 2;
+  const LogName& name = kNames[options ? (first >> 2) & 3 : 0];
+  const bool two = options && (first & 2), out_dir = options && (first & 0x10);
+  const std::string_view rest = options ? input.substr(2) : input;
+  const std::size_t cut = two ? rest.size() * static_cast<unsigned char>(input[1]) / 255 : rest.size();
+  std::vector<std::string> logs = {std::string(rest.substr(0, cut))};
+  if (two) logs.emplace_back(rest.substr(cut));
+
+  for (const auto& entry : fs::directory_iterator(dir)) fs::remove_all(entry.path());
+  const fs::path L = dir / "logs", S = dir / "side", O = dir / "out";
+  for (const fs::path& d : {L, S, O}) fs::create_directory(d);
+  vantor::testing::FakeHost host;
+  host.program_dir = S.string();
+  host.append = two;
+  if (out_dir) host.settings["OutputDir"] = O.string();
+  vantor::Form1 form(host);
+  std::set<std::string> in_logs;
+  for (std::size_t i = 0; i < logs.size(); ++i) {
+    in_logs.insert(std::to_string(i + 1) + name.log);
+    vantor::testing::WriteBytes(L / (std::to_string(i + 1) + name.log), logs[i]);
+    host.chosen_log = (L / (std::to_string(i + 1) + name.log)).string();
+    form.LoadFile();
+  }
+  two ? vantor::ProcessRun(form) : vantor::OpenRun(form);
+
+  std::vector<std::string> f;
+  for (const auto& m : host.messages) f.push_back("message shown: " + m.text);
+  const std::string report_name = std::to_string(logs.size()) + (out_dir ? name.elsewhere : name.beside);
+  const fs::path report = (out_dir ? O : L) / report_name;
+  if (host.opened != std::vector<std::string>{report.string()}) f.push_back("not the report opened");
+  std::set<std::string> in_out;
+  (out_dir ? in_out : in_logs).insert(report_name);
+  if (vantor::testing::FilesIn(L) != in_logs || vantor::testing::FilesIn(O) != in_out ||
+      vantor::testing::FilesIn(S) != std::set<std::string>{"chat.txt", "ignored.txt", "logoutput.txt", "unknown.txt"}) {
+    f.push_back("missing or extra files");
+  }
+  for (std::size_t i = 0; i < logs.size(); ++i) {
+    if (Read(L / (std::to_string(i + 1) + name.log)) != logs[i]) f.push_back("a log changed");
+  }
+  const std::string html = Read(report);
+  if (!html.starts_with("<html><head><meta http-equiv=Content-Type") ||
+      !html.ends_with("</center></table></body></html>\r\n")) {
+    f.push_back("the report is cut short");
+  }
+  // The imported lines, recognised again, leave exactly the unknown lines.
+  std::vector<std::string> imported, unknown;
+  if (!Rows(Read(S / "logoutput.txt"), imported) || !Rows(Read(S / "unknown.txt"), unknown)) {
+    f.push_back("a side file does not end with one empty line");
+    return f;
+  }
+  vantor::testing::FakeHost again;
+  vantor::Form1 check(again);
+  for (const std::string& row : imported) check.List1.Append(row);
+  check.KillCheck();
+  if (check.List1.Rows() != unknown) f.push_back("unknown.txt is not what recognition leaves");
+  return f;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const vantor::testing::ScratchDir scratch;
-  const std::string_view input(reinterpret_cast<const char*>(data), size);
-  const auto findings = vantor::testing::RunPipelineCase(vantor::testing::DecodePipelineCase(input), scratch.path());
+  const auto findings = RunCase({reinterpret_cast<const char*>(data), size}, scratch.path());
   for (const std::string& finding : findings) std::fprintf(stderr, "pipeline: %s\n", finding.c_str());
   if (!findings.empty()) std::abort();
   return 0;

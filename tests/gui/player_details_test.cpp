@@ -12,7 +12,6 @@
 
 #include "fake_desktop.h"
 #include "ui/display_stats.h"
-#include "ui/player_details.h"
 
 namespace {
 
@@ -154,38 +153,6 @@ class PlayerDetailsTest : public QObject {
     QCOMPARE(LinesOf(bravo, "Suicides"), QStringList({"worked.log, line 5: Bravo cratered."}));
     QCOMPARE(LinesOf(bravo, "Flag Grabs"), QStringList({"worked.log, line 2: Bravo got the BLUE flag!"}));
     QVERIFY(!DoubleClickRow(4));  // Red's totals
-  }
-
-  void everyKindOfTeamReasonIsSaidWithItsLine() {
-    vantor::RunRecord run;
-    run.files = {"/logs/night.log"};
-    auto pool = std::make_shared<vantor::StringPool>();
-    run.events.killer = vantor::WorksheetList(pool);
-    run.events.killer.KeepPlaces(true);
-    run.events.killer.Append("Alpha", {vantor::SourceLine::At(0, 12), pool->Intern("Bravo was railed by Alpha")});
-    run.events.flag_text = vantor::WorksheetList(pool);
-    run.events.flag_text.KeepPlaces(true);
-    run.events.flag_text.Append("Alpha", {vantor::SourceLine::At(0, 3), pool->Intern("Alpha got the RED flag!")});
-    using Kind = vantor::TeamReason::Kind;
-    const struct {
-      vantor::TeamReason reason;
-      const char* said;
-    } cases[] = {
-        {{Kind::kFlagEvent, "Blue", "Flag Grab", 0, "", false, 0, {}},
-         "Blue, seeded by a Flag Grab event (night.log, line 3: Alpha got the RED flag!)."},
-        {{Kind::kPropagated, "Red", "", 2, "Alpha", false, 0, {}},
-         "Red, from propagation pass 2: the player's first fight with another player was a death by Alpha, a Blue "
-         "member (night.log, line 12: Bravo was railed by Alpha)."},
-        {{Kind::kPropagated, "Blue", "", 1, "Bravo", true, 0, {}},
-         "Blue, from propagation pass 1: the player's first fight with another player was a kill of Bravo, a Red "
-         "member (night.log, line 12: Bravo was railed by Alpha)."},
-        {{Kind::kOpponentWithoutTeam, "", "", 0, "Bravo", true, 0, {}},
-         "No team: the player's first fight with another player was a kill of Bravo, who had no team then "
-         "(night.log, line 12: Bravo was railed by Alpha)."},
-        {{Kind::kNoDecidingEvent, "", "", 0, "", false, {}, {}}, "No team: no kill or death with another player."},
-        {{Kind::kOnlySuicides, "", "", 0, "", false, {}, {}}, "No team: only suicides."},
-    };
-    for (const auto& c : cases) QCOMPARE(vantor::ExplainTeam(run, c.reason), QString(c.said));
   }
 };
 

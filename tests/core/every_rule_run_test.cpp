@@ -1,0 +1,136 @@
+// One log that uses every message rule, run from the import to the report.
+// Each rule's sample line appears as many times as the rule's number, so
+// that every count is a different sum of rule numbers and a count that
+// lands in the wrong column shows. Kira (Blue by her flag events) kills
+// Vicky with every weapon rule; Rhea (Red by hers) destroys Kira's sentry
+// gun and commits every kind of suicide. Vicky's first fight makes her Red
+// in the first propagation pass, Ghost Blue in the second, Shade Red in the
+// third; Wraith would need a fourth and Nomad only kills himself. Every
+// expected number below is worked out by hand from those rules.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "analysis/analysis_run.h"
+#include "analysis/form1.h"
+#include "support/fake_host.h"
+#include "support/rule_samples.h"
+#include "support/test_files.h"
+
+namespace vantor::testing {
+namespace {
+
+using V = std::vector<std::string>;
+
+void ReplaceFirst(std::string& line, const std::string& from, const std::string& to) {
+  if (const auto at = line.find(from); at != std::string::npos) line.replace(at, from.size(), to);
+}
+
+std::string EveryRuleLog() {
+  std::string log;
+  for (const RuleSample& s : kRuleSamples) {
+    std::string line = s.line;
+    const bool blue_flag = s.expected[4].ends_with("(Blue)");
+    ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
+    for (const auto& [from, to] : {std::pair{"Killer", "^4Kira^7"}, {"Victim", "^1Vicky^7"}, {"Loser", "^1Rhea^7"},
+                                   {"Owner", "^4Kira^7"}, {"Wrecker", "^1Rhea^7"}}) {
+      ReplaceFirst(line, from, to);
+    }
+    for (int i = 0; i < s.rule; ++i) log += line + "\n";
+  }
+  return log + "^4Kira^7: gg, reconnected fine\r\n^1Rhea^7 entered the game\r\n^1Vicky^7 was railed by ^4Ghost\r\n"
+               "^4Ghost^7 was knifed by ^1Shade\r\n^1Shade^7 was sniped by ^2Wraith\r\n^2Nomad^7 cratered.\r\n"
+               "^3Vote^7 passed\r\n";
+}
+
+std::string Cells(const std::string& colour, const std::string& name, const std::vector<int>& counts) {
+  std::string row = "<TR><td>\r\n<font color=#" + colour + ">\r\n" + name + "</font></TD>\r\n";
+  for (int n : counts) row += "<td>" + std::to_string(n) + "</TD>\r\n";
+  return row + "</tr>\r\n";
+}
+std::string Blue(const std::string& name, const std::vector<int>& counts) { return Cells("0000FF", name, counts); }
+std::string Red(const std::string& name, const std::vector<int>& counts) { return Cells("FF0000", name, counts); }
+std::string Total(const std::vector<int>& counts) {
+  std::string row = "<tr><td><b>Total</b></TD>";
+  for (int n : counts) row += "<td><b>" + std::to_string(n) + "</TD>";
+  return row + "</tr>\r\n";
+}
+
+class EveryRuleRun : public ::testing::Test {
+ protected:
+  EveryRuleRun() : form_(host_) {
+    host_.program_dir = dir_.path().string();
+    host_.chosen_log = dir_ / "night.log";
+    WriteBytes(host_.chosen_log, EveryRuleLog());
+  }
+  ScratchDir dir_;
+  FakeHost host_;
+  Form1 form_;
+};
+
+TEST_F(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
+  form_.LoadFile();
+  OpenRun(form_);
+  const std::vector<V> rows = {
+      {"Kira", "1035", "0", "0", "56", "159", "58", "47", "49", "59", "0"},
+      {"Ghost", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},
+      {"Totals", "1036", "1", "0", "56", "159", "58", "47", "49", "59", "0"},
+      V(11, " "),
+      {"Rhea", "0", "748", "748", "48", "183", "50", "55", "57", "51", "46"},
+      {"Vicky", "0", "1036", "0", "0", "0", "0", "0", "0", "0", "0"},
+      {"Shade", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},
+      {"Totals", "1", "1785", "748", "48", "183", "50", "55", "57", "51", "46"}};
+  ASSERT_EQ(host_.table.RowCount(), rows.size());
+  for (std::size_t r = 0; r < rows.size(); ++r) {
+    for (std::size_t c = 0; c < 11; ++c) EXPECT_EQ(host_.table[c].At(r), rows[r][c]) << r << "," << c;
+  }
+  EXPECT_EQ(form_.List2.Rows(), (V{"Wraith", "Himself"}));  // what no member's count took
+  EXPECT_EQ(ReadBytes(dir_ / "chat.txt"), "Kira: gg, reconnected fine\r\n");
+  EXPECT_EQ(ReadBytes(dir_ / "unknown.txt"), "Vote passed\r\n\r\n");
+  EXPECT_TRUE(host_.messages.empty());
+  EXPECT_EQ(host_.opened, V{dir_ / "night.html"});
+
+  // Each table's rows in order; Magnotron Grenade kills are in no table.
+  const std::string report = ReadBytes(dir_ / "night.html");
+  const std::vector<std::pair<const char*, V>> tables = {
+      {"<h2>Frag Stats</h2>", {Blue("Kira", {1035, 0, 0}), Blue("Ghost", {1, 1, 0}), Total({1036, 1, 0}),
+                               Red("Rhea", {0, 748, 748}), Red("Vicky", {0, 1036, 0}), Red("Shade", {1, 1, 0}),
+                               Total({1, 1785, 748})}},
+      {"<h2>Flag Stats</h2>", {Total({56, 159, 58, 47, 49, 59, 428}), Total({48, 183, 50, 55, 57, 51, 444})}},
+      {"<h2>Marine Stats</h2>", {Blue("Kira", {2, 9, 27, 28, 40, 13})}},
+      {"<h2>Gunner Stats</h2>", {Blue("Kira", {10, 32, 11, 11})}},
+      {"<h2>Engineer Stats</h2>", {Blue("Kira", {17, 20, 22, 38})}},
+      {"<h2>Cyborg Stats</h2>", {Blue("Kira", {12, 7, 16, 21, 19, 31, 0}), Red("Rhea", {0, 0, 0, 0, 0, 0, 46})}},
+      {"<h2>Sniper Stats</h2>", {Blue("Kira", {18, 24, 37, 15, 26}), Blue("Ghost", {0, 0, 0, 1, 0})}},
+      {"<h2>Arsonist Stats</h2>", {Blue("Kira", {1, 8, 29, 30, 4, 42})}},
+      {"<h2>Assassin/Recon/Nurse Stats</h2>", {Blue("Kira", {41, 25, 14, 3, 80, 36, 17}),
+                                               Red("Shade", {0, 1, 0, 0, 0, 0, 0})}},
+      {"<h2>Other Stats</h2>", {Blue("Kira", {33, 34, 39, 87})}}};
+  std::size_t at = 0;
+  for (const auto& [heading, table_rows] : tables) {
+    at = report.find(std::string(heading) + "\r\n", at);
+    const std::size_t end = report.find("</body></html>\r\n", at);
+    ASSERT_NE(at, std::string::npos) << heading;
+    for (const std::string& row : table_rows) {
+      const std::size_t found = report.find(row, at);
+      EXPECT_LT(found, end) << heading << "\n" << row;
+      at = std::min(found + row.size(), end);
+    }
+    EXPECT_EQ(report.find("<font color", at), report.find("<font color", end)) << heading << ": a row too many";
+  }
+  EXPECT_TRUE(report.ends_with("</center></table></body></html>\r\n"));
+}
+
+TEST_F(EveryRuleRun, ProcessRunPropagatesTwiceAndEndsEmpty) {
+  host_.append = true;
+  form_.LoadFile();
+  ProcessRun(form_);
+  EXPECT_EQ(host_.filled[0].Rows(), (V{"Kira", "Ghost", "Totals", " ", "Rhea", "Vicky", "Totals"}));
+  EXPECT_EQ(host_.filled[2].Rows(), (V{"0", "1", "1", " ", "748", "1036", "1784"}));
+  EXPECT_EQ(host_.table.RowCount() + form_.List2.Count() + form_.List7.Count(), 0u);
+}
+
+}  // namespace
+}  // namespace vantor::testing
