@@ -133,10 +133,12 @@ std::vector<Hostile> Catalogue() {
        kSideFiles, {"game.html"}, kHeading + kNoTotals + kSeparator + kNoTotals, true},
       {"DirectoryAsLog", [](const Scene& s) { fs::create_directory(s.L + "/dir.log"); },
        {"--side-dir", "{S}", "--output-dir", "{O}", "{L}/dir.log"},
-       "Vantor Log Analyzer: Could not read {L}/dir.log: Is a directory\n", 1, {"dir.log"}, kSideFiles, {"dir.html"}},
-      {"MissingOutputDirectory", WriteLog(cratered), {"--side-dir", "{S}", "--output-dir", "{O}/missing", "{L}/game.log"},
-       "Vantor Log Analyzer: Could not write {O}/missing/game.html: No such file or directory\n", 1, {"game.log"},
-       kSideFiles, {}},
+       "Vantor Log Analyzer: Could not read {L}/dir.log: it is a directory, not a log file\n", 1, {"dir.log"},
+       kSideFiles, {"dir.html"}},
+      {"MissingOutputDirectoryIsMade", WriteLog(cratered),
+       {"--side-dir", "{S}", "--output-dir", "{O}/new/deep", "{L}/game.log"}, "", 0, {"game.log"}, kSideFiles,
+       {"new"}, "", false, RLIM_INFINITY,
+       [](const Scene& s) { EXPECT_TRUE(fs::is_regular_file(s.O + "/new/deep/game.html")); }},
       {"UnwritableOutputDirectoryKeepsTheEarlierReport",
        [](const Scene& s) {
          WriteBytes(s.L + "/game.log", "^7A cratered.\r\n");

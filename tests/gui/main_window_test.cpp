@@ -226,7 +226,7 @@ class MainWindowTest : public QObject {
     QTest::addColumn<QString>("message");
     QTest::newRow("dialog cancelled") << "" << "Choose a file! | 0";
     QTest::newRow("file missing") << "missing.log" << "File Not Found | 3";
-    QTest::newRow("a directory named with markup") << "<i>dir.log" << "Could not read {dir}/<i>dir.log: Is a directory | 3";
+    QTest::newRow("a directory named with markup") << "<i>dir.log" << "Could not read {dir}/<i>dir.log: it is a directory, not a log file | 3";
   }
   void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable() {
     QFETCH(QString, answer);
