@@ -68,9 +68,13 @@ void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
       << (slot < run.slot_reasons.size() ? JsonReason(run.slot_reasons[slot]) : "null") << "}";
 }
 
-// A CSV field, quoted when it holds a comma, a quote or a line end.
+// A CSV field, quoted when it holds a comma, a quote or a line end. A text
+// a spreadsheet would take for a formula (=, +, -, @, or a tab or CR
+// first) gets a leading apostrophe, which spreadsheets show as text.
 std::string CsvField(std::string_view bytes) {
   std::string text = Cp1252ToUtf8(bytes);
+  if (!text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos)
+    text.insert(0, "'");
   if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
   return "\"" + ReplaceAll(text, "\"", "\"\"") + "\"";
 }

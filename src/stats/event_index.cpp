@@ -2,6 +2,7 @@
 
 #include "analysis/text_ops.h"
 #include "events/message_rules.h"
+#include "stats/name_matcher.h"
 
 namespace vantor {
 
@@ -74,6 +75,7 @@ EventIndex::EventIndex(const Worksheet& sheet) {
     players_[Intern(sheet.List10, row)].sentry_kills += 1;
   }
   IndexFlags(sheet);
+  CreditFlags();
 }
 
 namespace {
@@ -107,19 +109,40 @@ void EventIndex::IndexFlags(const Worksheet& sheet) {
   }
 }
 
-FlagCredit EventIndex::FlagsOf(std::string_view name) const {
-  FlagCredit credit;
-  std::array<std::optional<std::size_t>, kFlagKindCount> latest{};
-  for (const FlagText& entry : flag_texts_) {
-    if (!Contains(entry.text, name)) continue;
-    for (std::size_t k = 0; k < kFlagKindCount; ++k) {
-      credit.counts[k] += entry.counts[k];
-      if (entry.last_coloured[k] && (!latest[k] || *latest[k] < *entry.last_coloured[k])) {
-        latest[k] = entry.last_coloured[k];
-        credit.colours[k] = entry.colour[k];
-        credit.rows[k] = entry.last_coloured[k];
-      }
+void EventIndex::Credit(const FlagText& entry, FlagCredit& credit) {
+  for (std::size_t k = 0; k < kFlagKindCount; ++k) {
+    credit.counts[k] += entry.counts[k];
+    // The colour of the latest coloured event of the kind stays.
+    if (entry.last_coloured[k] && (!credit.rows[k] || *credit.rows[k] < *entry.last_coloured[k])) {
+      credit.colours[k] = entry.colour[k];
+      credit.rows[k] = entry.last_coloured[k];
     }
+  }
+}
+
+void EventIndex::CreditFlags() {
+  credits_.assign(names_.size(), FlagCredit{});
+  if (flag_texts_.empty()) return;
+  const NameMatcher matcher(names_);
+  std::vector<std::size_t> credited_by(names_.size(), kNotIndexed);  // the last text that credited a name
+  for (std::size_t t = 0; t < flag_texts_.size(); ++t) {
+    matcher.ForEachIn(flag_texts_[t].text, [&](std::size_t id) {
+      if (credited_by[id] == t) return;  // a name twice in one text counts once
+      credited_by[id] = t;
+      Credit(flag_texts_[t], credits_[id]);
+    });
+  }
+  // The empty name occurs in every text.
+  if (const auto empty = Find("")) {
+    for (const FlagText& entry : flag_texts_) Credit(entry, credits_[*empty]);
+  }
+}
+
+FlagCredit EventIndex::FlagsOf(std::string_view name) const {
+  if (const auto id = Find(name)) return credits_[*id];
+  FlagCredit credit;  // a name no event mentions: asked by the text search
+  for (const FlagText& entry : flag_texts_) {
+    if (Contains(entry.text, name)) Credit(entry, credit);
   }
   return credit;
 }

@@ -65,6 +65,10 @@ class EventIndex {
   std::size_t Intern(std::string_view name);
   std::size_t Intern(const WorksheetList& list, std::size_t row);
   void IndexFlags(const Worksheet& sheet);
+  // The flag credit of every indexed name, from one pass of all names over
+  // each distinct flag text instead of one pass per name.
+  void CreditFlags();
+  static void Credit(const FlagText& entry, FlagCredit& credit);
 
   std::vector<std::string> names_;
   std::vector<PlayerEvents> players_;
@@ -72,6 +76,7 @@ class EventIndex {
   static constexpr std::size_t kNotIndexed = static_cast<std::size_t>(-1);
   std::vector<std::size_t> by_text_;  // by pool id of the worksheet
   std::vector<FlagText> flag_texts_;
+  std::vector<FlagCredit> credits_;  // by player id
 };
 
 }  // namespace vantor

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,10 +12,13 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStatusBar>
 #include <utility>
 
 #include "analysis/analysis_run.h"
 #include "analysis/form1.h"
+#include "analysis/log_import.h"
+#include "analysis/run_lock.h"
 #include "report/report_path.h"
 #include "report/run_outputs.h"
 #include "stats/counts.h"
@@ -265,11 +269,30 @@ void DisplayStats::RunCommand(void (DisplayStats::*command)()) {
   running_ = true;
   {
     CommandLock lock({mnuOpen, mnuExit, mnuAppend, mnuOptions, cmdProcess});
-    (this->*command)();
+    const std::string side_dir = host_->ProgramDirectory();
+    const RunLock run_lock(side_dir, [&] {
+      statusBar()->showMessage("Waiting for another run that writes into " +
+                               QFile::decodeName(side_dir.c_str()));
+      QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    });
+    statusBar()->clearMessage();
+    RunGuarded(command);
   }
   running_ = false;
   ShowStatistics();
   if (close_pending_) close();
+}
+
+void DisplayStats::RunGuarded(void (DisplayStats::*command)()) {
+  try {
+    (this->*command)();
+  } catch (const std::bad_alloc&) {
+    // What the run held is let go, and the window goes on.
+    form1_->ClearLists();
+    const QString log = QFile::decodeName(host_->ChosenLogPath().c_str());
+    host_->ShowMessage(QFile::encodeName("Not enough memory to analyse " + log).toStdString(),
+                       MessageIcon::kCritical);
+  }
 }
 
 void DisplayStats::OpenLog() {
@@ -284,8 +307,13 @@ void DisplayStats::OpenChosenLog() {
 
 void DisplayStats::OpenLogsFromCommandLine(const QStringList& paths) {
   if (paths.size() > 1 && !mnuAppend->isChecked()) mnuAppend->trigger();
-  for (const QString& path : paths) {
-    cmnFile.Choose(QFileInfo(path).absoluteFilePath());
+  QStringList logs;
+  for (const QString& path : paths)
+    logs << QFile::decodeName(ResolvedLogPath(QFile::encodeName(path).toStdString()).c_str());
+  // All are known before the first is read: no side file may replace a later one.
+  for (const QString& log : logs) form1_->plan.Declare(QFile::encodeName(log).toStdString());
+  for (const QString& log : logs) {
+    cmnFile.Choose(log);
     RunCommand(&DisplayStats::OpenChosenLog);
   }
   if (paths.size() > 1) cmdProcess->click();

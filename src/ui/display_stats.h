@@ -59,6 +59,8 @@ class DisplayStats : public QMainWindow {
 
   // Runs a command unless one is under way, then shows the statistics table.
   void RunCommand(void (DisplayStats::*command)());
+  // Runs it; running out of memory is said and the window stays usable.
+  void RunGuarded(void (DisplayStats::*command)());
   QString InitialLogDirectory() const;
   StatisticsLists Lists() const;
   void ShowStatistics();

@@ -5,9 +5,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 
 #include "report/report_path.h"
+#include "ui/desktop.h"
 #include "ui/settings.h"
 
 namespace vantor {
@@ -34,7 +36,8 @@ QPushButton* Button(const char* text, const char* name) {
 
 }  // namespace
 
-frmOptions::frmOptions(Desktop& desktop, QWidget* parent) : QDialog(parent), browser_(desktop) {
+frmOptions::frmOptions(Desktop& desktop, QWidget* parent)
+    : QDialog(parent), desktop_(desktop), browser_(desktop) {
   setObjectName("frmOptions");
   setWindowTitle(kCaption);
   setModal(false);
@@ -97,8 +100,17 @@ void frmOptions::Browse(QLineEdit* text_box) {
 }
 
 void frmOptions::SaveAndClose() {
-  WriteSetting(kInputDirSetting, txtInputDir->text());
-  WriteSetting(kOutputDirSetting, txtOutputDir->text());
+  QString failed = WriteSetting(kInputDirSetting, txtInputDir->text());
+  if (failed.isEmpty()) failed = WriteSetting(kOutputDirSetting, txtOutputDir->text());
+  if (!failed.isEmpty()) {
+    // The dialog stays open with the values, so that nothing typed is lost.
+    QMessageBox box(QMessageBox::Critical, "Vantor Log Analyzer",
+                    "Could not save the settings to " + failed + ": the file cannot be written.",
+                    QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    desktop_.Exec(box);
+    return;
+  }
   close();
 }
 

@@ -35,6 +35,7 @@ class frmOptions : public QDialog {
   void Browse(QLineEdit* text_box);
   void SaveAndClose();
 
+  Desktop& desktop_;
   BrowseDirectorysOnly browser_;
   QLabel* Label1 = nullptr;
   QLineEdit* txtInputDir = nullptr;

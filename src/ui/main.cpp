@@ -1,11 +1,17 @@
 #include <QApplication>
 #include <QIcon>
 #include <QTimer>
+#include <csignal>
 
+#include "analysis/text_file.h"
 #include "ui/desktop.h"
 #include "ui/display_stats.h"
 
 int main(int argc, char** argv) {
+  // A file grown past the size limit fails its write, which is reported;
+  // an interrupted run removes its temporary files.
+  std::signal(SIGXFSZ, SIG_IGN);
+  vantor::RemoveTemporaryFilesOnInterrupt();
   QApplication app(argc, argv);
   // The installed icon and desktop entry (see packaging/).
   QApplication::setWindowIcon(QIcon::fromTheme("vantor-log-analyzer"));

@@ -21,9 +21,11 @@ QString ReadSetting(std::string_view key) {
   return store.value(KeyPath(key), QString()).toString();
 }
 
-void WriteSetting(std::string_view key, const QString& value) {
+QString WriteSetting(std::string_view key, const QString& value) {
   QSettings store(kApplication, kApplication);
   store.setValue(KeyPath(key), value);
+  store.sync();
+  return store.status() == QSettings::NoError ? QString() : store.fileName();
 }
 
 QString SideFileNoticeShown() {

@@ -9,7 +9,9 @@
 namespace vantor {
 
 QString ReadSetting(std::string_view key);
-void WriteSetting(std::string_view key, const QString& value);
+// Writes the value through to the store's file; the path of that file when
+// it could not be written, else empty.
+QString WriteSetting(std::string_view key, const QString& value);
 
 // The directory the user was last told the side files go to, kept apart
 // from "Main" (section "Notices", key "SideFileDirectory"); empty when the
