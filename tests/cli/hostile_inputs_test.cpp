@@ -1,19 +1,17 @@
-// What vantor-cli does with whatever a game client (or a user) hands it:
-// one row per hostile input, each with the exact messages, the exit
-// status, every file that exists afterwards, and every file that existed
-// before unchanged.
+// What vantor-cli does with whatever a game client, a script or a user
+// hands it: one row per hostile input, run by a shell as a user would run
+// it, each with the exact messages, the exit status, every file that
+// exists afterwards, and every file that existed before unchanged.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
-#include <sys/resource.h>
-
-#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "support/run_program.h"
 #include "support/test_files.h"
@@ -46,7 +44,7 @@ struct Scene {
     for (const std::string& dir : {L, S, O}) {
       for (const std::string& name : FilesIn(dir)) {
         const std::string path = dir + "/" + name;
-        if (!fs::is_regular_file(path)) continue;
+        if (!fs::is_regular_file(fs::symlink_status(path))) continue;
         const fs::perms perms = fs::status(path).permissions();
         fs::permissions(path, fs::perms::owner_read, fs::perm_options::add);
         bytes[path] = ReadBytes(path);
@@ -57,53 +55,42 @@ struct Scene {
   }
 };
 
-// The largest file vantor-cli may write, for one run; a write beyond it fails.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : old_handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &saved_);
-    rlimit limit = saved_;
-    limit.rlim_cur = bytes;
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &saved_);
-    std::signal(SIGXFSZ, old_handler_);
-  }
-
- private:
-  void (*old_handler_)(int);
-  rlimit saved_{};
-};
-
-const std::string kHeading = "Name\tFrags\tDeaths\tSuicides\tF Grabs\tFC Def\tF Cap\tF Def\tB Def\tFC Frag\tSentrys\n";
+const std::string kHeading =
+    "Name\tFrags\tDeaths\tSuicides\tF Grabs\tFC Def\tF Cap\tF Def\tB Def\tFC Frag\tSentrys\n";
 const std::string kNoTotals = "Totals\t0\t0\t0\t0\t0\t0\t0\t0\t0\t0\n";
 const std::string kSeparator = " \t \t \t \t \t \t \t \t \t \t \n";
+const std::string kEmptyTable = kHeading + kNoTotals + kSeparator + kNoTotals;
 const std::string kOddName = "<b>&amp;\"Q'\x80\xe9\xff";
+const std::string kCratered = "^7A cratered.\r\n";
+const std::string kUsageTail =
+    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
+    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n"
+    "Try 'vantor-cli --help' for more information.\n";
 
 struct Hostile {
   const char* name;
   std::function<void(const Scene&)> prepare;
-  std::vector<std::string> args;  // {L}, {S}, {O} stand for the directories
-  std::string err;                // exact stderr
+  std::string command;  // run by bash in the scene's root: $0 is vantor-cli; {L}, {S}, {O} the directories
+  std::string err;      // exact stderr
   int status;
   Names logs, sides, outs;  // every file in L, S and O afterwards
-  std::string table;        // stdout, when given
+  std::string out;          // stdout, when given
   bool needs_permissions = false;
-  rlim_t file_limit = RLIM_INFINITY;
   std::function<void(const Scene&)> check = nullptr;
 };
 
 void PrintTo(const Hostile& row, std::ostream* out) { *out << row.name; }
 
-const std::vector<std::string> kAnalyse = {"--table", "--side-dir", "{S}", "--output-dir", "{O}", "{L}/game.log"};
+const std::string kAnalyse = "exec \"$0\" --table --side-dir {S} --output-dir {O} {L}/game.log";
 
-auto WriteLog(std::string bytes, const std::string& name = "game.log") {
-  return [name, bytes = std::move(bytes)](const Scene& s) { WriteBytes(s.L + "/" + name, bytes); };
+auto Write(const std::string& name, std::string bytes) {
+  return [name, bytes = std::move(bytes)](const Scene& s) { WriteBytes(s.Expand(name), bytes); };
 }
+auto WriteLog(std::string bytes) { return Write("{L}/game.log", std::move(bytes)); }
 
 void ForbidWriting(const std::string& dir) {
-  fs::permissions(dir, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(
+      dir, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
 }
 
 // 250 players grab the BLUE flag, which puts them in Red, and crater:
@@ -117,31 +104,56 @@ std::string FlagPlayers() {
   return bytes;
 }
 
+// A log whose every line is new: its analysis needs memory in proportion.
+std::string DistinctKills(int lines) {
+  std::string bytes;
+  for (int i = 0; i < lines; ++i)
+    bytes += "^7P" + std::to_string(i) + " was railed by Q" + std::to_string(i) + "\r\n";
+  return bytes;
+}
+
+// Waits until vantor-cli (pid $!) holds a file open in the side directory
+// matching what, then runs then.
+std::string WhileItHolds(const std::string& what, const std::string& then) {
+  return "\"$0\" --side-dir {S} --output-dir {O} {L}/big.log & while kill -0 $! && ! ls -l /proc/$!/fd "
+         "2>/dev/null"
+         " | grep -q '" +
+         what + "'; do :; done; " + then;
+}
+
+// One row per line of thought; the table is laid out by hand.
+// clang-format off
 std::vector<Hostile> Catalogue() {
-  const std::string cratered = "^7A cratered.\r\n";
+  const std::string big = DistinctKills(150000);
   return {
-      {"EmptyFile", WriteLog(""), kAnalyse, "", 0, {"game.log"}, kSideFiles, {"game.html"},
-       kHeading + kNoTotals + kSeparator + kNoTotals},
-      {"MissingFile", [](const Scene&) {}, {"--side-dir", "{S}", "--output-dir", "{O}", "{L}/absent.log"},
+      {"EmptyFile", WriteLog(""), kAnalyse, "", 0, {"game.log"}, kSideFiles, {"game.html"}, kEmptyTable},
+      {"MissingFile", nullptr, "exec \"$0\" --side-dir {S} --output-dir {O} {L}/absent.log",
        "Vantor Log Analyzer: File Not Found\n", 1, {}, kSideFiles, {"absent.html"}},
       {"UnreadableFile",
        [](const Scene& s) {
-         WriteBytes(s.L + "/game.log", "^7A cratered.\r\n");
+         WriteBytes(s.L + "/game.log", kCratered);
          fs::permissions(s.L + "/game.log", fs::perms::none);
        },
        kAnalyse, "Vantor Log Analyzer: Could not read {L}/game.log: Permission denied\n", 1, {"game.log"},
-       kSideFiles, {"game.html"}, kHeading + kNoTotals + kSeparator + kNoTotals, true},
-      {"DirectoryAsLog", [](const Scene& s) { fs::create_directory(s.L + "/dir.log"); },
-       {"--side-dir", "{S}", "--output-dir", "{O}", "{L}/dir.log"},
-       "Vantor Log Analyzer: Could not read {L}/dir.log: it is a directory, not a log file\n", 1, {"dir.log"},
-       kSideFiles, {"dir.html"}},
-      {"MissingOutputDirectoryIsMade", WriteLog(cratered),
-       {"--side-dir", "{S}", "--output-dir", "{O}/new/deep", "{L}/game.log"}, "", 0, {"game.log"}, kSideFiles,
-       {"new"}, "", false, RLIM_INFINITY,
-       [](const Scene& s) { EXPECT_TRUE(fs::is_regular_file(s.O + "/new/deep/game.html")); }},
+       kSideFiles, {"game.html"}, kEmptyTable, true},
+      {"DirectoryAsLog", [](const Scene& s) { fs::create_directory(s.L + "/game.log"); }, kAnalyse,
+       "Vantor Log Analyzer: Could not read {L}/game.log: it is a directory, not a log file\n", 1, {"game.log"},
+       kSideFiles, {"game.html"}, kEmptyTable},
+      {"FifoAsLogDoesNotBlock", [](const Scene& s) { ::mkfifo((s.L + "/game.log").c_str(), 0644); }, kAnalyse,
+       "Vantor Log Analyzer: Could not read {L}/game.log: it is a named pipe (FIFO), not a log file\n", 1,
+       {"game.log"}, kSideFiles, {"game.html"}, kEmptyTable},
+      {"EndlessDeviceAsLog", nullptr, "exec \"$0\" --side-dir {S} --output-dir {O} /dev/zero",
+       "Vantor Log Analyzer: Could not read /dev/zero: it is a character device, not a log file\n", 1, {},
+       kSideFiles, {"zero"}},
+      {"MissingOutputDirectoryIsMade", WriteLog(kCratered),
+       "exec \"$0\" --side-dir {S}/new --output-dir {O}/a/b {L}/game.log", "", 0, {"game.log"}, {"new"}, {"a"}, "",
+       false, [](const Scene& s) { EXPECT_EQ(FilesIn(s.O + "/a/b"), Names{"game.html"}); }},
+      {"EmptySideDirectoryIsAUsageError", WriteLog(kCratered), "side=; exec \"$0\" --side-dir \"$side\" {L}/game.log",
+       "vantor-cli: option '--side-dir' needs a directory, not an empty value\n" + kUsageTail, 2, {"game.log"}, {},
+       {}},
       {"UnwritableOutputDirectoryKeepsTheEarlierReport",
        [](const Scene& s) {
-         WriteBytes(s.L + "/game.log", "^7A cratered.\r\n");
+         WriteBytes(s.L + "/game.log", kCratered);
          WriteBytes(s.O + "/game.html", "the earlier report\r\n");
          fs::permissions(s.O + "/game.html", fs::perms::all);  // the file itself could be overwritten
          ForbidWriting(s.O);
@@ -150,7 +162,7 @@ std::vector<Hostile> Catalogue() {
        kSideFiles, {"game.html"}, "", true},
       {"UnwritableSideDirectoryKeepsTheEarlierSideFile",
        [](const Scene& s) {
-         WriteBytes(s.L + "/game.log", "^7A cratered.\r\n");
+         WriteBytes(s.L + "/game.log", kCratered);
          WriteBytes(s.S + "/unknown.txt", "an earlier run's line\r\n\r\n");
          fs::permissions(s.S + "/unknown.txt", fs::perms::all);
          ForbidWriting(s.S);
@@ -161,27 +173,85 @@ std::vector<Hostile> Catalogue() {
        "Vantor Log Analyzer: Could not write {S}/logoutput.txt: Permission denied\n"
        "Vantor Log Analyzer: Could not write {S}/unknown.txt: Permission denied\n",
        1, {"game.log"}, {"unknown.txt"}, {"game.html"}, "", true},
-      {"SideFileTooLargeKeepsTheEarlierOne",
+      {"SideFileBeyondTheSizeLimitKeepsTheEarlierOne",
        [](const Scene& s) {
          WriteBytes(s.L + "/game.log", std::string(3 << 20, '\n'));
          WriteBytes(s.S + "/ignored.txt", "an earlier run's line\r\n");
        },
-       kAnalyse, "Vantor Log Analyzer: Could not write {S}/ignored.txt: File too large\n", 1, {"game.log"}, kSideFiles,
-       {"game.html"}, "", false, 4 << 20},
+       "ulimit -f 4096; " + kAnalyse, "Vantor Log Analyzer: Could not write {S}/ignored.txt: File too large\n", 1,
+       {"game.log"}, kSideFiles, {"game.html"}},
+      {"LogInTheSideDirectoryKeepsItsName", Write("{S}/chat.txt", kCratered),
+       "exec \"$0\" --side-dir {S} --output-dir {O} {S}/chat.txt",
+       "Vantor Log Analyzer: Did not write {S}/chat.txt: it is the log {S}/chat.txt of this run\n", 1, {},
+       kSideFiles, {"chat.txt"}},
+      {"ReportAndSideFileInOneDirectory", WriteLog(kCratered),
+       "cp {L}/game.log {L}/unknown.txt; exec \"$0\" --side-dir {S} --output-dir {S} {L}/unknown.txt",
+       "Vantor Log Analyzer: Did not write {S}/unknown.txt: it is the same file as {S}/unknown.txt, written earlier "
+       "in this run\n", 1, {"game.log", "unknown.txt"}, kSideFiles, {}},
+      {"ReportNamedAfterTheLastLogIsTheFirstLog", Write("{L}/game.html", kCratered),
+       "cp {L}/game.html {L}/game.log; exec \"$0\" --side-dir {S} {L}/game.html {L}/game.log",
+       "Vantor Log Analyzer: Did not write {L}/game.html: it is the log {L}/game.html of this run\n", 1,
+       {"game.html", "game.log"}, kSideFiles, {}},
+      {"ForgottenExportValueKeepsTheLog", WriteLog(kCratered),
+       "cp {L}/game.log {L}/map2.log; exec \"$0\" --side-dir {S} --json {L}/game.log {L}/map2.log",
+       "Vantor Log Analyzer: Did not write {L}/game.log: it is not a JSON export of this program, and it is kept\n",
+       1, {"game.log", "map2.html", "map2.log"}, kSideFiles, {}},
+      {"ExportOverTheReport", WriteLog(kCratered),
+       "exec \"$0\" --side-dir {S} --output-dir {O} --csv {O}/game.html {L}/game.log",
+       "Vantor Log Analyzer: Did not write {O}/game.html: it is the same file as {O}/game.html, written earlier in "
+       "this run\n", 1, {"game.log"}, kSideFiles, {"game.html"}},
+      {"ExportsToStandardOutputAndThroughALink", WriteLog("^7" + kOddName + " cratered.\r\n"),
+       "ln -s real.csv {O}/link.csv; exec \"$0\" --side-dir {S} --output-dir {O} --json - --csv {O}/link.csv "
+       "{L}/game.log", "", 0, {"game.log"}, kSideFiles, {"game.html", "link.csv", "real.csv"}, "{\n  \"format\": ",
+       false, [](const Scene& s) {
+         EXPECT_TRUE(fs::is_symlink(s.O + "/link.csv"));
+         EXPECT_EQ(ReadBytes(s.O + "/real.csv").substr(0, 15), "slot,name,team,");
+       }},
+      {"BothExportsToStandardOutputIsAUsageError", WriteLog(kCratered), "exec \"$0\" --json - --csv - {L}/game.log",
+       "vantor-cli: only one of --json and --csv can go to standard output ('-')\n" + kUsageTail, 2, {"game.log"},
+       {}, {}},
+      {"TableIntoAFullDevice", WriteLog(kCratered), kAnalyse + " >/dev/full",
+       "vantor-cli: could not write to standard output: No space left on device\n", 1, {"game.log"}, kSideFiles,
+       {"game.html"}},
+      {"TableIntoAClosedStandardOutput", WriteLog(kCratered), kAnalyse + " >&-",
+       "vantor-cli: could not write to standard output: Bad file descriptor\n", 1, {"game.log"}, kSideFiles,
+       {"game.html"}},
+      {"DotDotAfterALinkGoesWhereTheLinkLeads", WriteLog("^7Bravo was railed by Alpha\r\n"),
+       "mkdir -p {O}/real/sub && cp {L}/game.log {O}/real/ && echo decoy > {O}/game.log && ln -s real/sub {O}/link && "
+       "exec \"$0\" --table --side-dir {S} {O}/link/../game.log", "", 0, {"game.log"}, kSideFiles,
+       {"game.log", "link", "real"}, kEmptyTable, false,
+       [](const Scene& s) { EXPECT_EQ(FilesIn(s.O + "/real"), (Names{"game.html", "game.log", "sub"})); }},
+      {"LogBeyondTheLongestAbsolutePathAndLongestReportName", WriteLog(kCratered),
+       "d=$(printf '%0200d' 0); for i in $(seq 25); do mkdir $d && cd $d; done; n=$(printf '%0245d' 0);"
+       " cp {L}/game.log $n.log && \"$0\" --side-dir {S} $n.log && test -f $n.html && echo made;"
+       " for i in $(seq 25); do cd ..; done; rm -r $d", "", 0, {"game.log"}, kSideFiles, {}, "made\n"},
+      {"OutOfMemory", Write("{L}/big.log", big), "ulimit -v 40000; exec \"$0\" --side-dir {S} {L}/big.log",
+       "vantor-cli: Not enough memory to analyse {L}/big.log\n", 1, {"big.log"}, {}, {}},
+      {"InterruptedRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
+       WhileItHolds("side/#", "kill -TERM $!; wait $!; echo $?"), "", 0, {"big.log"}, {}, {}, "143\n"},
+      {"KilledRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
+       WhileItHolds("side/#", "kill -KILL $!; wait $! 2>/dev/null; echo $?"), "", 0, {"big.log"}, {}, {}, "137\n"},
+      {"ASecondRunIntoTheSameSideDirectoryWaits",
+       [big](const Scene& s) {
+         WriteBytes(s.L + "/big.log", big);
+         WriteBytes(s.L + "/game.log", kCratered);
+       },
+       WhileItHolds("side$", "\"$0\" --side-dir {S} --output-dir {O} {L}/game.log; wait"),
+       "vantor-cli: waiting for another run that writes into {S}\n", 0, {"big.log", "game.log"}, kSideFiles,
+       {"big.html", "game.html"}, "", false,
+       [](const Scene& s) { EXPECT_EQ(ReadBytes(s.S + "/logoutput.txt"), "A cratered.\r\n\r\n"); }},
       {"MarkupQuotesAndHighBytesInNames",
        WriteLog("^7" + kOddName + " got the BLUE flag!\r\n^7Bravo was railed by " + kOddName + "\r\n"), kAnalyse, "",
        0, {"game.log"}, kSideFiles, {"game.html"},
        kHeading + "Bravo\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\nTotals\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n" + kSeparator +
            kOddName + "\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\nTotals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\n",
-       false, RLIM_INFINITY, [](const Scene& s) {
+       false, [](const Scene& s) {
          // Written unchanged, not escaped, in the report too.
-         EXPECT_NE(ReadBytes(s.O + "/game.html")
-                       .find("<TR><td>\r\n<font color=#FF0000>\r\n" + kOddName + "</font></TD>\r\n<td>1</TD>\r\n"
-                             "<td>0</TD>\r\n<td>0</TD>\r\n</tr>\r\n"),
-                   std::string::npos);
+         EXPECT_NE(ReadBytes(s.O + "/game.html").find("<TR><td>\r\n<font color=#FF0000>\r\n" + kOddName +
+                   "</font></TD>\r\n<td>1</TD>\r\n<td>0</TD>\r\n<td>0</TD>\r\n</tr>\r\n"), std::string::npos);
        }},
       {"TwoHundredFiftyPlayersWithFlagEvents", WriteLog(FlagPlayers()), kAnalyse, "", 0, {"game.log"}, kSideFiles,
-       {"game.html"}, "", false, RLIM_INFINITY, [](const Scene& s) {
+       {"game.html"}, "", false, [](const Scene& s) {
          const std::string report = ReadBytes(s.O + "/game.html");
          EXPECT_NE(report.find("<font color=#FF0000>\r\nPlayer250</font></TD>\r\n<td>0</TD>\r\n<td>1</TD>\r\n<td>1</TD>"),
                    std::string::npos);
@@ -190,13 +260,19 @@ std::vector<Hostile> Catalogue() {
        }},
   };
 }
+// clang-format on
 
 class HostileInput : public ::testing::TestWithParam<Hostile> {};
 
 TEST_P(HostileInput, GivesItsMessageStatusAndFilesAndChangesNoFileThatWasThere) {
   const Hostile& row = GetParam();
   if (row.needs_permissions && !PermissionsApplyTo(VANTOR_CLI)) {
-    GTEST_SKIP() << "running as root without a \"nobody\" to run vantor-cli as, permissions would not stop it";
+    GTEST_SKIP()
+        << "running as root without a \"nobody\" to run vantor-cli as, permissions would not stop it";
+  }
+  if (std::string(row.command).find("ulimit -v") != std::string::npos &&
+      std::getenv("ASAN_OPTIONS") != nullptr) {
+    GTEST_SKIP() << "AddressSanitizer reserves more address space than the memory limit allows";
   }
   Scene scene;
   if (row.needs_permissions) {
@@ -204,20 +280,16 @@ TEST_P(HostileInput, GivesItsMessageStatusAndFilesAndChangesNoFileThatWasThere) 
       fs::permissions(dir, fs::perms::all);
     }
   }
-  row.prepare(scene);
+  if (row.prepare) row.prepare(scene);
   const auto before = scene.Contents();
-  std::vector<std::string> args;
-  for (const std::string& arg : row.args) args.push_back(scene.Expand(arg));
-  Outcome o;
-  {
-    FileSizeLimit limit(row.file_limit);
-    o = RunProgram(VANTOR_CLI, args, {".", row.needs_permissions});
-  }
+  const Outcome o = RunProgram("/bin/bash", {"-c", scene.Expand(row.command), VANTOR_CLI},
+                               {scene.root.path().string(), row.needs_permissions});
   EXPECT_EQ(o.err, scene.Expand(row.err));
   EXPECT_EQ(o.status, row.status);
-  if (!row.table.empty()) EXPECT_EQ(o.out, row.table);
+  if (!row.out.empty()) EXPECT_EQ(o.out.substr(0, row.out.size()), row.out);
   const auto after = scene.Contents();
-  for (const std::string& dir : {scene.S, scene.O}) fs::permissions(dir, fs::perms::owner_all, fs::perm_options::add);
+  for (const std::string& dir : {scene.S, scene.O})
+    fs::permissions(dir, fs::perms::owner_all, fs::perm_options::add);
   EXPECT_EQ(FilesIn(scene.L), row.logs);
   EXPECT_EQ(FilesIn(scene.S), row.sides);
   EXPECT_EQ(FilesIn(scene.O), row.outs);
@@ -228,7 +300,9 @@ TEST_P(HostileInput, GivesItsMessageStatusAndFilesAndChangesNoFileThatWasThere) 
 }
 
 INSTANTIATE_TEST_SUITE_P(Catalogue, HostileInput, ::testing::ValuesIn(Catalogue()),
-                         [](const ::testing::TestParamInfo<Hostile>& info) { return std::string(info.param.name); });
+                         [](const ::testing::TestParamInfo<Hostile>& info) {
+                           return std::string(info.param.name);
+                         });
 
 }  // namespace
 }  // namespace vantor::testing
