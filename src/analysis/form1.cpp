@@ -39,7 +39,7 @@ void Form1::LoadFile() {
   const std::string file_name = host_.ChosenLogPath();
   if (file_name.empty()) return host_.ShowMessage(kChooseAFile, MessageIcon::kNone);
   plan.AddLog(file_name);
-  ImportLog(file_name, host_.ProgramDirectory(), host_, plan, *this);
+  ImportLog(file_name, write_side_files ? host_.ProgramDirectory() : "", host_, plan, *this);
 }
 
 void Form1::KillCheck() {
@@ -73,7 +73,7 @@ void Form1::GetIndivStats() {
 }
 
 void Form1::OutputToHTML(std::size_t nB, std::size_t nR) {
-  report_path_ = GetReportPath(host_);
+  report_path_ = report_override.empty() ? GetReportPath(host_) : report_override;
   report_written_ = false;
   if (report_path_.empty()) return;  // no log chosen: nothing to name a report after
   if (auto refusal = plan.Check("report", report_path_)) return Report(host_, {false, *refusal});
@@ -83,12 +83,17 @@ void Form1::OutputToHTML(std::size_t nB, std::size_t nR) {
 }
 
 void Form1::subOpenHtml() {
+  if (!write_side_files) return OpenReport();
   const std::string unknown = host_.ProgramDirectory() + std::string(kUnknownFile);
   if (auto refusal = plan.Check(kUnknownFile.substr(1), unknown)) {
     Report(host_, {false, *refusal});
   } else {
     Report(host_, WriteUnknownLines(List1, unknown));
   }
+  OpenReport();
+}
+
+void Form1::OpenReport() {
   // A report that could not be written is not opened: what lies at its
   // path, if anything, is from an earlier run.
   if (report_written_) host_.OpenDocument(report_path_);

@@ -35,6 +35,10 @@ class Form1 : public Worksheet {
   TallyTable tally;
   // The logs and outputs of the run, so that no output replaces a log.
   OutputPlan plan;
+  // Whether the four side files are written at all.
+  bool write_side_files = true;
+  // The report's path when the user named it; derived from the log when empty.
+  std::string report_override;
 
   // Empties the ten lists in order, then the statistics table.
   void ClearLists();
@@ -65,6 +69,7 @@ class Form1 : public Worksheet {
  private:
   // The event index of this run's event lists, built once they are final.
   const EventIndex& Events();
+  void OpenReport();
 
   Host& host_;
   RuleSet rules_;

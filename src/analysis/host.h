@@ -27,6 +27,9 @@ class Host {
   virtual void SetProgressMaximum(std::int64_t maximum) = 0;
   virtual std::int64_t ProgressMaximum() const = 0;
   virtual void SetProgressValue(std::int64_t value) = 0;
+  // How much of the log being imported has been read: called as the import
+  // goes, so that a host can show it and keep its window painted.
+  virtual void ReadingProgress(std::uint64_t /*bytes_read*/, std::uint64_t /*bytes_in_log*/) {}
   // Caption of the Process button.
   virtual void SetProcessCaption(std::string_view caption) = 0;
 

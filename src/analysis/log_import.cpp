@@ -49,6 +49,11 @@ void Report(Host& host, const IoResult& result) {
 
 }  // namespace
 
+std::uint64_t LogText::Size() const {
+  struct stat st;
+  return file_ != nullptr && ::fstat(::fileno(file_), &st) == 0 ? static_cast<std::uint64_t>(st.st_size) : 0;
+}
+
 LogText::~LogText() {
   if (file_ != nullptr) std::fclose(file_);
 }
@@ -226,9 +231,11 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
                Worksheet& sheet) {
   LogText text = ReadLogText(file_name, host);
   const auto side_file = [&](std::string_view name) {
+    if (side_dir.empty()) return std::make_unique<TextFileWriter>("", std::nullopt);
     const std::string path = side_dir + std::string(name);
     return std::make_unique<TextFileWriter>(path, plan.Check(name.substr(1), path));
   };
+  const std::uint64_t size = text.Size();
   const auto ignored_file = side_file(kIgnoredFile), chat_file = side_file(kChatFile);
   TextFileWriter& ignored = *ignored_file;
   TextFileWriter& chat = *chat_file;
@@ -240,23 +247,25 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   if (sheet.KeepsPlaces()) sheet.SourceFiles.push_back(file_name);
   KeptLines kept(sheet.List1, log_output, sheet.KeepsPlaces() ? sheet.SourceFiles.size() - 1 : 0);
   PhysicalLines numbers;
-  const bool read_all = text.ForEachLine([&](std::string_view line, char end) {
-    const std::uint64_t number = numbers.Number(line, end);
-    switch (ClassifyLogLine(line)) {
-      case LineFate::kKept:
-        kept.Add(line, number);
-        break;
-      case LineFate::kIgnored:
-        ignored.WriteLine(line);
-        break;
-      case LineFate::kChat: {
-        const std::string text_only = StripColorCodes(line);
-        chat.WriteLine(text_only);
-        ignored.WriteLine(text_only);
-        break;
-      }
-    }
-  });
+  const bool read_all = text.ForEachLine(
+      [&](std::string_view line, char end) {
+        const std::uint64_t number = numbers.Number(line, end);
+        switch (ClassifyLogLine(line)) {
+          case LineFate::kKept:
+            kept.Add(line, number);
+            break;
+          case LineFate::kIgnored:
+            ignored.WriteLine(line);
+            break;
+          case LineFate::kChat: {
+            const std::string text_only = StripColorCodes(line);
+            chat.WriteLine(text_only);
+            ignored.WriteLine(text_only);
+            break;
+          }
+        }
+      },
+      [&](std::uint64_t read) { host.ReadingProgress(read, size); });
   const int read_error = errno;
   kept.Finish();
   if (!read_all) host.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);

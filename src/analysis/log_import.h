@@ -33,10 +33,14 @@ class LogText {
   LogText& operator=(LogText&&) = delete;
 
   // Calls on_line(std::string_view) for every line in order, or
-  // on_line(line, end) with the CR or LF that ended it; false when reading
-  // failed part way (errno tells why).
-  template <typename OnLine>
-  bool ForEachLine(OnLine&& on_line);
+  // on_line(line, end) with the CR or LF that ended it, and read(bytes so
+  // far) after every piece; false when reading failed part way (errno tells
+  // why).
+  template <typename OnLine, typename OnRead = void (*)(std::uint64_t)>
+  bool ForEachLine(
+      OnLine&& on_line, OnRead on_read = [](std::uint64_t) {});
+  // The size of the file; 0 for the empty text.
+  std::uint64_t Size() const;
 
  private:
   static constexpr std::size_t kReadPiece = 1 << 20;
@@ -62,13 +66,14 @@ struct LineEndFinder {
   }
 };
 
-template <typename OnLine>
-bool LogText::ForEachLine(OnLine&& on_line) {
+template <typename OnLine, typename OnRead>
+bool LogText::ForEachLine(OnLine&& on_line, OnRead on_read) {
   if (file_ == nullptr) return true;
   std::vector<char> buffer(kReadPiece);
   std::string carry;  // the start of a line that runs past a piece
-  for (;;) {
+  for (std::uint64_t read = 0;;) {
     const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), file_);
+    on_read(read += got);
     const char* at = buffer.data();
     const char* const end = at + got;
     LineEndFinder ends;
@@ -127,7 +132,8 @@ std::string StripColorCodes(std::string_view line);
 // logoutput.txt (all of List1 afterwards), ignored.txt and chat.txt into
 // side_dir. Problems are shown through host; the import goes on as far as
 // it can.
-// A side file that plan refuses (it is a log of the run) is not written.
+// A side file that plan refuses (it is a log of the run) is not written;
+// an empty side_dir writes no side files at all.
 void ImportLog(const std::string& fileName, const std::string& side_dir, Host& host, OutputPlan& plan,
                Worksheet& sheet);
 

@@ -10,16 +10,22 @@ namespace vantor {
 namespace {
 
 std::string PerUserDirectory() {
-  const char* data_home = std::getenv("XDG_DATA_HOME");
-  if (data_home != nullptr && *data_home == '/') return std::string(data_home) + "/vantor-log-analyzer";
+  const char* state_home = std::getenv("XDG_STATE_HOME");
+  if (state_home != nullptr && *state_home == '/') return std::string(state_home) + "/vantor-log-analyzer";
   const char* home = std::getenv("HOME");
-  return std::string(home != nullptr ? home : "") + "/.local/share/vantor-log-analyzer";
+  return std::string(home != nullptr ? home : "") + "/.local/state/vantor-log-analyzer";
+}
+
+// A program run from where it was built: its build tree holds CMakeCache.txt.
+bool InBuildTree(const std::string& program_dir) {
+  std::error_code ec;
+  return std::filesystem::exists(program_dir + "/CMakeCache.txt", ec);
 }
 
 }  // namespace
 
 SideFileDirectory ChooseSideFileDirectory(const std::string& program_dir) {
-  if (::access(program_dir.c_str(), W_OK) == 0) return {program_dir, false};
+  if (InBuildTree(program_dir) && ::access(program_dir.c_str(), W_OK) == 0) return {program_dir, false};
   const std::string dir = PerUserDirectory();
   std::error_code ec;
   const bool made = std::filesystem::create_directories(dir, ec);
@@ -28,8 +34,7 @@ SideFileDirectory ChooseSideFileDirectory(const std::string& program_dir) {
 }
 
 std::string SideFileNotice(const std::string& dir) {
-  return "Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to " + dir +
-         ", because the program's directory cannot be written.";
+  return "Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to " + dir + ".";
 }
 
 }  // namespace vantor

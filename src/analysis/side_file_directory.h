@@ -1,9 +1,11 @@
 #pragma once
-// Where the side files go when the user has not said: they belong in the
-// program's directory; after a system-wide install that directory cannot
-// be written, and they go to a directory of the user's own instead:
-// $XDG_DATA_HOME/vantor-log-analyzer, or ~/.local/share/vantor-log-analyzer.
-// Both programs follow this rule; each host decides how to give the notice.
+// Where the side files go when the user has not said: a program run from
+// its build tree writes them beside itself, as always; an installed one
+// never writes beside its binary (/usr/bin, ~/.local/bin) and uses the
+// user's state directory: $XDG_STATE_HOME/vantor-log-analyzer, or
+// ~/.local/state/vantor-log-analyzer. So does a build tree that cannot be
+// written. Both programs follow this rule; each host decides how to give
+// the notice.
 
 #include <string>
 

@@ -109,7 +109,7 @@ TextFileWriter::TextFileWriter(std::string target, std::optional<std::string> re
     : target_(std::move(target)) {
   if (refusal) {
     result_ = {false, std::move(*refusal)};
-  } else {
+  } else if (!target_.empty()) {
     Open();
   }
 }
@@ -204,7 +204,7 @@ IoResult TextFileWriter::Commit() {
   }
   pending_.clear();
   if (file_ != nullptr && std::fflush(file_) != 0) Fail(errno);
-  if (result_.ok && !direct_) PutInPlace();
+  if (result_.ok && !direct_ && fd_ >= 0) PutInPlace();
   Close();
   return result_;
 }

@@ -29,6 +29,8 @@ class TextFileWriter {
   explicit TextFileWriter(std::string target);
   // A writer that writes nothing and whose Commit fails with refusal: an
   // output the run must not write, reported where a failed write would be.
+  // Without a refusal, an empty target writes nothing and commits at once
+  // (side files turned off).
   TextFileWriter(std::string target, std::optional<std::string> refusal);
   ~TextFileWriter();  // abandons an uncommitted file
   TextFileWriter(const TextFileWriter&) = delete;

@@ -12,23 +12,18 @@
 namespace vantor {
 
 CliHost::CliHost(std::string output_dir, std::string program_dir, bool open_report, std::ostream& err,
-                 bool show_progress)
+                 bool show_progress, bool plain_progress)
     : output_dir_(std::move(output_dir)),
       program_dir_(std::move(program_dir)),
       open_report_(open_report),
       err_(err),
-      progress_(err, show_progress) {
-  progress_.SetRange(maximum_);
-}
+      progress_(err, show_progress, plain_progress) {}
 
 void CliHost::SetProgressVisible(bool visible) {
   if (!visible) progress_.Clear();
 }
 
-void CliHost::SetProgressMaximum(std::int64_t maximum) {
-  maximum_ = maximum;
-  progress_.SetRange(maximum);
-}
+void CliHost::SetProgressMaximum(std::int64_t maximum) { maximum_ = maximum; }
 
 void CliHost::StatisticsFilled() { filled_ = table_; }
 

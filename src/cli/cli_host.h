@@ -15,9 +15,14 @@ namespace vantor {
 class CliHost : public Host {
  public:
   CliHost(std::string output_dir, std::string program_dir, bool open_report, std::ostream& err,
-          bool show_progress = false);
+          bool show_progress = false, bool plain_progress = false);
 
   void SetChosenLogPath(std::string path) { chosen_ = std::move(path); }
+  // The bytes of the logs read before the current one, and of all of them.
+  void SetReading(std::uint64_t before, std::uint64_t total) {
+    read_before_ = before;
+    read_total_ = total;
+  }
   void SetAppend(bool append) { append_ = append; }
   // The statistics table as the tallies filled it, before a run could
   // empty it again.
@@ -29,7 +34,10 @@ class CliHost : public Host {
   void SetProgressVisible(bool visible) override;
   void SetProgressMaximum(std::int64_t maximum) override;
   std::int64_t ProgressMaximum() const override { return maximum_; }
-  void SetProgressValue(std::int64_t value) override { progress_.SetValue(value); }
+  void SetProgressValue(std::int64_t value) override { progress_.SetAnalysed(value, maximum_); }
+  void ReadingProgress(std::uint64_t bytes_read, std::uint64_t) override {
+    progress_.SetRead(read_before_ + bytes_read, read_total_);
+  }
   ProgressBar& Progress() { return progress_; }
   void SetProcessCaption(std::string_view) override {}
   StatisticsTable& Statistics() override { return table_; }
@@ -50,6 +58,7 @@ class CliHost : public Host {
   StatisticsTable table_;
   StatisticsTable filled_;
   int messages_ = 0;
+  std::uint64_t read_before_ = 0, read_total_ = 0;
   ProgressBar progress_;
 };
 

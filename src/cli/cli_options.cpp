@@ -1,5 +1,7 @@
 #include "cli/cli_options.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -9,43 +11,61 @@ namespace vantor {
 
 namespace {
 
-// Options that take a value, as "--name VALUE" or "--name=VALUE".
-std::optional<std::string>* ValueOption(CliOptions& o, std::string_view name) {
-  if (name == "--output-dir") return &o.output_dir;
-  if (name == "--side-dir") return &o.side_dir;
-  if (name == "--json") return &o.json;
-  if (name == "--csv") return &o.csv;
-  return nullptr;
+void Declare(CLI::App& app, CliOptions& o) {
+  app.set_help_flag();  // help and version are ours: their texts are fixed
+  app.add_flag("-h,--help", o.help);
+  app.add_flag("-V,--version", o.version);
+  app.add_option("-o,--output-dir", o.output_dir);
+  app.add_option("--side-dir", o.side_dir);
+  app.add_flag("--no-side-files", o.no_side_files);
+  app.add_option("--report", o.report);
+  app.add_flag("-t,--table", o.table);
+  app.add_flag("--open", o.open);
+  app.add_flag("-q,--quiet", o.quiet);
+  app.add_option("--json", o.json);
+  app.add_option("--csv", o.csv);
+  app.add_flag("--unknown-summary", o.unknown_summary);
+  app.add_option("LOG", o.logs);
 }
 
-bool* FlagOption(CliOptions& o, std::string_view name) {
-  if (name == "--table") return &o.table;
-  if (name == "--open") return &o.open;
-  if (name == "--quiet") return &o.quiet;
-  if (name == "--unknown-summary") return &o.unknown_summary;
-  if (name == "--help") return &o.help;
-  if (name == "--version") return &o.version;
-  return nullptr;
+// "--table=yes": a value given to an option that takes none.
+std::string ValueForAFlag(const CLI::App& app, const std::vector<std::string>& args) {
+  for (const std::string& arg : args) {
+    if (arg == "--") break;
+    const std::size_t eq = arg.find('=');
+    if (!arg.starts_with("--") || eq == std::string::npos) continue;
+    const std::string name = arg.substr(0, eq);
+    for (const CLI::Option* opt : app.get_options()) {
+      if (opt->check_lname(name.substr(2)) && opt->get_expected_max() == 0) {
+        return "option '" + name + "' takes no value";
+      }
+    }
+  }
+  return "";
 }
 
 // What is wrong with options that parsed, or "".
 std::string Problem(const CliOptions& o) {
+  if (o.help || o.version) return "";
+  if (o.logs.empty()) return "missing LOG operand";
   for (const auto& [name, dir] :
        {std::pair{"--side-dir", &o.side_dir}, std::pair{"--output-dir", &o.output_dir}}) {
     // An unset variable in a script must not aim the files at "/".
     if (*dir && (*dir)->empty())
       return std::string("option '") + name + "' needs a directory, not an empty value";
   }
-  for (const auto& [name, file] : {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}}) {
+  for (const auto& [name, file] :
+       {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}, std::pair{"--report", &o.report}}) {
     if (*file && (*file)->empty())
       return std::string("option '") + name + "' needs a file, not an empty value";
   }
+  if (o.side_dir && o.no_side_files) return "--side-dir and --no-side-files contradict each other";
   if (o.json && o.csv && (*o.json == *o.csv || SameFile(*o.json, *o.csv))) {
     return *o.json == "-" ? "only one of --json and --csv can go to standard output ('-')"
                           : "--json and --csv name the same file";
   }
-  for (const std::string& log : o.logs) {
-    if (log == "-") return "a log is read from a file: '-' (standard input) is not supported";
+  if (std::find(o.logs.begin(), o.logs.end(), "-") != o.logs.end()) {
+    return "a log is read from a file: '-' (standard input) is not supported";
   }
   return "";
 }
@@ -54,35 +74,16 @@ std::string Problem(const CliOptions& o) {
 
 CliParse ParseCliOptions(const std::vector<std::string>& args) {
   CliOptions o;
-  bool operands_only = false;
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    const std::string& arg = args[i];
-    if (operands_only || arg.size() < 2 || arg[0] != '-') {
-      o.logs.push_back(arg);
-      continue;
-    }
-    if (arg == "--") {
-      operands_only = true;
-      continue;
-    }
-    const std::size_t eq = arg.find('=');
-    const std::string_view name = std::string_view(arg).substr(0, eq);
-    if (auto* value = ValueOption(o, name)) {
-      if (eq != std::string::npos) {
-        *value = arg.substr(eq + 1);
-      } else if (i + 1 < args.size()) {
-        *value = args[++i];
-      } else {
-        return {std::nullopt, "option '" + arg + "' requires an argument"};
-      }
-    } else if (auto* flag = FlagOption(o, name); flag != nullptr && eq == std::string::npos) {
-      *flag = true;
-    } else {
-      return {std::nullopt, "unrecognized option '" + arg + "'"};
-    }
+  CLI::App app("", "vantor-cli");
+  Declare(app, o);
+  if (std::string error = ValueForAFlag(app, args); !error.empty()) return {std::nullopt, std::move(error)};
+  std::vector<std::string> reversed(args.rbegin(), args.rend());  // CLI11 takes them last first
+  try {
+    app.parse(reversed);
+  } catch (const CLI::ParseError& e) {
+    return {std::nullopt, e.what()};
   }
-  if (o.logs.empty() && !o.help && !o.version) return {std::nullopt, "missing LOG operand"};
-  if (const std::string problem = Problem(o); !problem.empty()) return {std::nullopt, problem};
+  if (std::string problem = Problem(o); !problem.empty()) return {std::nullopt, std::move(problem)};
   return {o, ""};
 }
 

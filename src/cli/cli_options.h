@@ -1,6 +1,6 @@
 #pragma once
-// The command line of vantor-cli:
-//   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]
+// The command line of vantor-cli, parsed with CLI11:
+//   vantor-cli [-o DIR] [--side-dir DIR] [--no-side-files] [--report FILE] [-t] [--open] [-q]
 //              [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]
 
 #include <optional>
@@ -12,8 +12,10 @@ namespace vantor {
 struct CliOptions {
   std::optional<std::string> output_dir;  // the "OutputDir" setting; empty without it
   std::optional<std::string> side_dir;    // where the side files go
-  std::optional<std::string> json;        // export file, JSON
-  std::optional<std::string> csv;         // export file, CSV
+  bool no_side_files = false;             // write none of the four side files
+  std::optional<std::string> report;      // the report's path instead of the derived one
+  std::optional<std::string> json;        // export file, JSON ("-": standard output)
+  std::optional<std::string> csv;         // export file, CSV ("-": standard output)
   bool unknown_summary = false;
   bool table = false;
   bool open = false;

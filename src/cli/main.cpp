@@ -7,10 +7,12 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "analysis/analysis_run.h"
@@ -26,8 +28,8 @@
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
-    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
+    "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
+    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
 
 constexpr const char* kHelp =
     "Analyse team capture-the-flag console logs into per-player statistics and\n"
@@ -35,25 +37,28 @@ constexpr const char* kHelp =
     "\n"
     "One LOG is analysed on its own; several LOGs are analysed together.\n"
     "\n"
-    "  --output-dir DIR  write the report into DIR (default: next to the log);\n"
-    "                    DIR is made when missing\n"
+    "  -o, --output-dir DIR  write the report into DIR (default: next to the\n"
+    "                    log); DIR is made when missing\n"
+    "  --report FILE     write the report to FILE instead\n"
     "  --side-dir DIR    write logoutput.txt, ignored.txt, chat.txt and\n"
-    "                    unknown.txt into DIR (default: the program's directory,\n"
-    "                    or ~/.local/share/vantor-log-analyzer when that cannot\n"
-    "                    be written)\n"
-    "  --table           print the statistics table, tab-separated, to stdout\n"
+    "                    unknown.txt into DIR (default: the program's directory\n"
+    "                    in a build tree, else ~/.local/state/vantor-log-analyzer)\n"
+    "  --no-side-files   write none of the four side files\n"
+    "  -t, --table       print the statistics table, tab-separated, to stdout\n"
     "  --open            open the report with the desktop's default program\n"
-    "  --quiet           print nothing on stderr but errors (no progress bar)\n"
+    "  -q, --quiet       print nothing on stderr but errors (no progress bar,\n"
+    "                    no line saying where the report went)\n"
     "  --json FILE       also write every member's counts, weapons and team\n"
     "                    explanation, the kill matrix and more as JSON\n"
     "                    (FILE '-': standard output)\n"
     "  --csv FILE        also write one row per member as CSV (UTF-8; '-':\n"
     "                    standard output)\n"
     "  --unknown-summary print the most frequent shapes of unrecognised lines\n"
-    "  --help            show this help and exit\n"
-    "  --version         show the version and exit\n"
+    "  -h, --help        show this help and exit\n"
+    "  -V, --version     show the version and exit\n"
     "\n"
-    "While a run works, a progress bar is drawn on stderr when it is a terminal.\n"
+    "While a run works, a progress bar is drawn on stderr when it is a terminal\n"
+    "(plain lines when TERM=dumb).\n"
     "\n"
     "Exit status: 0 when all went well, 1 when a message was shown, 2 for a\n"
     "usage error.\n";
@@ -77,6 +82,7 @@ std::string SideDirectory(const vantor::CliOptions& options) {
 
 // A directory the user named is made when missing, as mkdir -p makes it.
 bool MakeDirectory(const std::optional<std::string>& dir) {
+  if (dir && dir->empty()) return true;
   std::error_code ec;
   if (!dir || std::filesystem::is_directory(*dir, ec)) return true;
   std::filesystem::create_directories(*dir, ec);
@@ -91,9 +97,19 @@ std::optional<std::string> ExportPath(const std::optional<std::string>& value) {
   return value;
 }
 
+std::uint64_t SizeOf(const std::string& path) {
+  std::error_code ec;
+  const auto size = std::filesystem::is_regular_file(path, ec) ? std::filesystem::file_size(path, ec) : 0;
+  return ec ? 0 : size;
+}
+
 void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
   // The lines behind the counts only matter to the exports.
   form.KeepPlaces(options.json || options.csv);
+  form.write_side_files = !options.no_side_files;
+  if (options.report) form.report_override = *options.report;
+  std::uint64_t total = 0, before = 0;
+  for (const std::string& log : options.logs) total += SizeOf(log);
   // Every log is known before the first is read: no side file of the
   // first may replace a later one.
   for (const std::string& log : options.logs) form.plan.Declare(vantor::ResolvedLogPath(log));
@@ -101,8 +117,10 @@ void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::F
   host.SetAppend(several);
   for (const std::string& log : options.logs) {
     host.Progress().SetStage("reading " + std::filesystem::path(log).filename().string());
+    host.SetReading(before, total);
     host.SetChosenLogPath(vantor::ResolvedLogPath(log));
     form.LoadFile();
+    before += SizeOf(log);
   }
   host.Progress().SetStage("analysing");
   if (several) {
@@ -136,11 +154,17 @@ bool PrintResults(const vantor::CliOptions& options, vantor::CliHost& host, vant
 int Run(const vantor::CliOptions& options) {
   if (!MakeDirectory(options.side_dir) || !MakeDirectory(options.output_dir)) return 1;
   const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
-  const std::string side_dir = SideDirectory(options);
-  const vantor::RunLock lock(side_dir, [&] {
-    if (!options.quiet) Say("waiting for another run that writes into " + side_dir);
-  });
-  vantor::CliHost host(options.output_dir.value_or(""), side_dir, options.open, std::cerr, show_progress);
+  const char* term = std::getenv("TERM");
+  const bool plain = term != nullptr && std::string_view(term) == "dumb";
+  const std::string side_dir = options.no_side_files ? "" : SideDirectory(options);
+  std::optional<vantor::RunLock> lock;  // runs without side files need no turn
+  if (!side_dir.empty()) {
+    lock.emplace(side_dir, [&] {
+      if (!options.quiet) Say("waiting for another run that writes into " + side_dir);
+    });
+  }
+  vantor::CliHost host(options.output_dir.value_or(""), side_dir, options.open, std::cerr, show_progress,
+                       plain);
   vantor::Form1 form(host);
   try {
     Analyse(options, host, form);
@@ -151,6 +175,7 @@ int Run(const vantor::CliOptions& options) {
     return 1;
   }
   const bool printed = PrintResults(options, host, form);
+  if (form.ReportWritten() && !options.quiet) Say("report written to " + form.ReportPath());
   return host.ShowedMessage() || !printed ? 1 : 0;
 }
 

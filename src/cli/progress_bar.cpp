@@ -6,25 +6,42 @@ namespace vantor {
 
 namespace {
 constexpr int kWidth = 30;
-}
+constexpr int kReadingShare = 800;  // of 1000
+}  // namespace
 
 void ProgressBar::SetStage(std::string stage) {
   stage_ = std::move(stage);
+  percent_drawn_ = -1;
   Draw();
 }
 
-void ProgressBar::SetValue(std::int64_t value) {
-  const int percent = static_cast<int>(std::clamp<std::int64_t>(value * 100 / maximum_, 0, 100));
-  if (percent == percent_ && drawn_) return;  // a terminal line per percent at most
-  percent_ = percent;
+void ProgressBar::SetRead(std::uint64_t read, std::uint64_t total) {
+  if (total > 0) Advance(static_cast<int>(std::min<std::uint64_t>(read, total) * kReadingShare / total));
+}
+
+void ProgressBar::SetAnalysed(std::int64_t value, std::int64_t maximum) {
+  if (maximum <= 0) return;
+  const std::int64_t share = std::clamp<std::int64_t>(value, 0, maximum) * (1000 - kReadingShare) / maximum;
+  Advance(kReadingShare + static_cast<int>(share));
+}
+
+void ProgressBar::Advance(int permille) {
+  permille_ = std::max(permille_, permille);  // never back
   Draw();
 }
 
 void ProgressBar::Draw() {
-  if (!enabled_) return;
-  const int filled = percent_ * kWidth / 100;
+  const int percent = permille_ / 10;
+  // A terminal line per percent at most; a plain line per tenth.
+  if (!enabled_ || percent == percent_drawn_ || (plain_ && percent / 10 == percent_drawn_ / 10)) return;
+  percent_drawn_ = percent;
+  if (plain_) {
+    out_ << "vantor-cli: " << percent << "% " << stage_ << "\n" << std::flush;
+    return;
+  }
+  const int filled = percent * kWidth / 100;
   out_ << "\r\033[Kvantor-cli: [" << std::string(static_cast<std::size_t>(filled), '#')
-       << std::string(static_cast<std::size_t>(kWidth - filled), '.') << "] " << percent_ << "% " << stage_
+       << std::string(static_cast<std::size_t>(kWidth - filled), '.') << "] " << percent << "% " << stage_
        << std::flush;
   drawn_ = true;
 }

@@ -63,8 +63,8 @@ const std::string kEmptyTable = kHeading + kNoTotals + kSeparator + kNoTotals;
 const std::string kOddName = "<b>&amp;\"Q'\x80\xe9\xff";
 const std::string kCratered = "^7A cratered.\r\n";
 const std::string kUsageTail =
-    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
-    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n"
+    "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
+    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n"
     "Try 'vantor-cli --help' for more information.\n";
 
 struct Hostile {
@@ -81,7 +81,7 @@ struct Hostile {
 
 void PrintTo(const Hostile& row, std::ostream* out) { *out << row.name; }
 
-const std::string kAnalyse = "exec \"$0\" --table --side-dir {S} --output-dir {O} {L}/game.log";
+const std::string kAnalyse = "exec \"$0\" -q --table --side-dir {S} --output-dir {O} {L}/game.log";
 
 auto Write(const std::string& name, std::string bytes) {
   return [name, bytes = std::move(bytes)](const Scene& s) { WriteBytes(s.Expand(name), bytes); };
@@ -115,7 +115,7 @@ std::string DistinctKills(int lines) {
 // Waits until vantor-cli (pid $!) holds a file open in the side directory
 // matching what, then runs then.
 std::string WhileItHolds(const std::string& what, const std::string& then) {
-  return "\"$0\" --side-dir {S} --output-dir {O} {L}/big.log & while kill -0 $! && ! ls -l /proc/$!/fd "
+  return "\"$0\" -q --side-dir {S} --output-dir {O} {L}/big.log & while kill -0 $! && ! ls -l /proc/$!/fd "
          "2>/dev/null"
          " | grep -q '" +
          what + "'; do :; done; " + then;
@@ -127,7 +127,7 @@ std::vector<Hostile> Catalogue() {
   const std::string big = DistinctKills(150000);
   return {
       {"EmptyFile", WriteLog(""), kAnalyse, "", 0, {"game.log"}, kSideFiles, {"game.html"}, kEmptyTable},
-      {"MissingFile", nullptr, "exec \"$0\" --side-dir {S} --output-dir {O} {L}/absent.log",
+      {"MissingFile", nullptr, "exec \"$0\" -q --side-dir {S} --output-dir {O} {L}/absent.log",
        "Vantor Log Analyzer: File Not Found\n", 1, {}, kSideFiles, {"absent.html"}},
       {"UnreadableFile",
        [](const Scene& s) {
@@ -142,13 +142,13 @@ std::vector<Hostile> Catalogue() {
       {"FifoAsLogDoesNotBlock", [](const Scene& s) { ::mkfifo((s.L + "/game.log").c_str(), 0644); }, kAnalyse,
        "Vantor Log Analyzer: Could not read {L}/game.log: it is a named pipe (FIFO), not a log file\n", 1,
        {"game.log"}, kSideFiles, {"game.html"}, kEmptyTable},
-      {"EndlessDeviceAsLog", nullptr, "exec \"$0\" --side-dir {S} --output-dir {O} /dev/zero",
+      {"EndlessDeviceAsLog", nullptr, "exec \"$0\" -q --side-dir {S} --output-dir {O} /dev/zero",
        "Vantor Log Analyzer: Could not read /dev/zero: it is a character device, not a log file\n", 1, {},
        kSideFiles, {"zero"}},
       {"MissingOutputDirectoryIsMade", WriteLog(kCratered),
-       "exec \"$0\" --side-dir {S}/new --output-dir {O}/a/b {L}/game.log", "", 0, {"game.log"}, {"new"}, {"a"}, "",
+       "exec \"$0\" -q --side-dir {S}/new --output-dir {O}/a/b {L}/game.log", "", 0, {"game.log"}, {"new"}, {"a"}, "",
        false, [](const Scene& s) { EXPECT_EQ(FilesIn(s.O + "/a/b"), Names{"game.html"}); }},
-      {"EmptySideDirectoryIsAUsageError", WriteLog(kCratered), "side=; exec \"$0\" --side-dir \"$side\" {L}/game.log",
+      {"EmptySideDirectoryIsAUsageError", WriteLog(kCratered), "side=; exec \"$0\" -q --side-dir \"$side\" {L}/game.log",
        "vantor-cli: option '--side-dir' needs a directory, not an empty value\n" + kUsageTail, 2, {"game.log"}, {},
        {}},
       {"UnwritableOutputDirectoryKeepsTheEarlierReport",
@@ -181,27 +181,27 @@ std::vector<Hostile> Catalogue() {
        "ulimit -f 4096; " + kAnalyse, "Vantor Log Analyzer: Could not write {S}/ignored.txt: File too large\n", 1,
        {"game.log"}, kSideFiles, {"game.html"}},
       {"LogInTheSideDirectoryKeepsItsName", Write("{S}/chat.txt", kCratered),
-       "exec \"$0\" --side-dir {S} --output-dir {O} {S}/chat.txt",
+       "exec \"$0\" -q --side-dir {S} --output-dir {O} {S}/chat.txt",
        "Vantor Log Analyzer: Did not write {S}/chat.txt: it is the log {S}/chat.txt of this run\n", 1, {},
        kSideFiles, {"chat.txt"}},
       {"ReportAndSideFileInOneDirectory", WriteLog(kCratered),
-       "cp {L}/game.log {L}/unknown.txt; exec \"$0\" --side-dir {S} --output-dir {S} {L}/unknown.txt",
+       "cp {L}/game.log {L}/unknown.txt; exec \"$0\" -q --side-dir {S} --output-dir {S} {L}/unknown.txt",
        "Vantor Log Analyzer: Did not write {S}/unknown.txt: it is the same file as {S}/unknown.txt, written earlier "
        "in this run\n", 1, {"game.log", "unknown.txt"}, kSideFiles, {}},
       {"ReportNamedAfterTheLastLogIsTheFirstLog", Write("{L}/game.html", kCratered),
-       "cp {L}/game.html {L}/game.log; exec \"$0\" --side-dir {S} {L}/game.html {L}/game.log",
+       "cp {L}/game.html {L}/game.log; exec \"$0\" -q --side-dir {S} {L}/game.html {L}/game.log",
        "Vantor Log Analyzer: Did not write {L}/game.html: it is the log {L}/game.html of this run\n", 1,
        {"game.html", "game.log"}, kSideFiles, {}},
       {"ForgottenExportValueKeepsTheLog", WriteLog(kCratered),
-       "cp {L}/game.log {L}/map2.log; exec \"$0\" --side-dir {S} --json {L}/game.log {L}/map2.log",
+       "cp {L}/game.log {L}/map2.log; exec \"$0\" -q --side-dir {S} --json {L}/game.log {L}/map2.log",
        "Vantor Log Analyzer: Did not write {L}/game.log: it is not a JSON export of this program, and it is kept\n",
        1, {"game.log", "map2.html", "map2.log"}, kSideFiles, {}},
       {"ExportOverTheReport", WriteLog(kCratered),
-       "exec \"$0\" --side-dir {S} --output-dir {O} --csv {O}/game.html {L}/game.log",
+       "exec \"$0\" -q --side-dir {S} --output-dir {O} --csv {O}/game.html {L}/game.log",
        "Vantor Log Analyzer: Did not write {O}/game.html: it is the same file as {O}/game.html, written earlier in "
        "this run\n", 1, {"game.log"}, kSideFiles, {"game.html"}},
       {"ExportsToStandardOutputAndThroughALink", WriteLog("^7" + kOddName + " cratered.\r\n"),
-       "ln -s real.csv {O}/link.csv; exec \"$0\" --side-dir {S} --output-dir {O} --json - --csv {O}/link.csv "
+       "ln -s real.csv {O}/link.csv; exec \"$0\" -q --side-dir {S} --output-dir {O} --json - --csv {O}/link.csv "
        "{L}/game.log", "", 0, {"game.log"}, kSideFiles, {"game.html", "link.csv", "real.csv"}, "{\n  \"format\": ",
        false, [](const Scene& s) {
          EXPECT_TRUE(fs::is_symlink(s.O + "/link.csv"));
@@ -218,14 +218,14 @@ std::vector<Hostile> Catalogue() {
        {"game.html"}},
       {"DotDotAfterALinkGoesWhereTheLinkLeads", WriteLog("^7Bravo was railed by Alpha\r\n"),
        "mkdir -p {O}/real/sub && cp {L}/game.log {O}/real/ && echo decoy > {O}/game.log && ln -s real/sub {O}/link && "
-       "exec \"$0\" --table --side-dir {S} {O}/link/../game.log", "", 0, {"game.log"}, kSideFiles,
+       "exec \"$0\" -q --table --side-dir {S} {O}/link/../game.log", "", 0, {"game.log"}, kSideFiles,
        {"game.log", "link", "real"}, kEmptyTable, false,
        [](const Scene& s) { EXPECT_EQ(FilesIn(s.O + "/real"), (Names{"game.html", "game.log", "sub"})); }},
       {"LogBeyondTheLongestAbsolutePathAndLongestReportName", WriteLog(kCratered),
        "d=$(printf '%0200d' 0); for i in $(seq 25); do mkdir $d && cd $d; done; n=$(printf '%0245d' 0);"
-       " cp {L}/game.log $n.log && \"$0\" --side-dir {S} $n.log && test -f $n.html && echo made;"
+       " cp {L}/game.log $n.log && \"$0\" -q --side-dir {S} $n.log && test -f $n.html && echo made;"
        " for i in $(seq 25); do cd ..; done; rm -r $d", "", 0, {"game.log"}, kSideFiles, {}, "made\n"},
-      {"OutOfMemory", Write("{L}/big.log", big), "ulimit -v 40000; exec \"$0\" --side-dir {S} {L}/big.log",
+      {"OutOfMemory", Write("{L}/big.log", big), "ulimit -v 40000; exec \"$0\" -q --side-dir {S} {L}/big.log",
        "vantor-cli: Not enough memory to analyse {L}/big.log\n", 1, {"big.log"}, {}, {}},
       {"InterruptedRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
        WhileItHolds("side/#", "kill -TERM $!; wait $!; echo $?"), "", 0, {"big.log"}, {}, {}, "143\n"},
@@ -236,7 +236,7 @@ std::vector<Hostile> Catalogue() {
          WriteBytes(s.L + "/big.log", big);
          WriteBytes(s.L + "/game.log", kCratered);
        },
-       WhileItHolds("side$", "\"$0\" --side-dir {S} --output-dir {O} {L}/game.log; wait"),
+       WhileItHolds("side$", "\"$0\" --side-dir {S} --output-dir {O} {L}/game.log 2>&1 | grep -v written >&2; wait"),
        "vantor-cli: waiting for another run that writes into {S}\n", 0, {"big.log", "game.log"}, kSideFiles,
        {"big.html", "game.html"}, "", false,
        [](const Scene& s) { EXPECT_EQ(ReadBytes(s.S + "/logoutput.txt"), "A cratered.\r\n\r\n"); }},
