@@ -4,6 +4,8 @@
 #include <QAction>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QtTest>
@@ -24,12 +26,11 @@ const char kGameLog[] =
     "^7Dave was railed by Charlie\r\n^7Bravo got the BLUE flag!\r\n^7Ren\xe9 got the RED flag!\r\n"
     "^7Bravo was railed by Ren\xe9\r\n^7Bravo killed himself.\r\n^7Ren\xe9 was knifed by Bravo\r\n"
     "^7Charlie was railed by Ren\xe9\r\n";
-const QList<QStringList> kGameTable = {
-    {"René", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
-    {"Totals", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
-    QStringList(11, " "),
-    {"Bravo", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"},
-    {"Totals", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"}};
+const QList<QStringList> kGameTable = {{"René", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
+                                       {"Totals", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
+                                       QStringList(11, " "),
+                                       {"Bravo", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"},
+                                       {"Totals", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"}};
 // Two members: the tallies set the maximum to 250 and pass 30 again, 130,
 // 200 and 225; no command can be given meanwhile.
 const QStringList kRunSteps = {"10 1 00000",  "20 1 00000",  "30 1 00000", "130 1 00000",
@@ -98,21 +99,21 @@ class MainWindowTest : public QObject {
     captions_.clear();
   }
 
-  void startsWithEmptyListsUnderTheirHeadings() {
+  void startsWithEmptyListsUnderTheirHeadingsAndProcessFollowsAppend() {
     QCOMPARE(window_->windowTitle(), QString("Vantor Log Analyzer"));
-    QStringList found;
+    QStringList menus, found;
+    for (QMenu* menu : window_->menuBar()->findChildren<QMenu*>()) {
+      menus << menu->title();
+      for (QAction* item : menu->actions()) menus << "  " + item->text();
+    }
+    QCOMPARE(menus, QStringList({"File", "  Open", "  Exit", "Tools", "  Append", "  Options"}));
     for (QLabel* heading : window_->findChildren<QLabel*>()) {
-      if (!kHeadings.contains(heading->text())) continue;
-      found << heading->text();
+      if (kHeadings.contains(heading->text())) found << heading->text();
     }
     QCOMPARE(found, kHeadings);
     QCOMPARE(Table(), QList<QStringList>());
-    QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()),
-             QString("0..1000"));
+    QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()), QString("0..1000"));
     QVERIFY(Progress()->isHidden());
-  }
-
-  void processCanBeClickedOnlyWhileAppendIsChecked() {
     QString states;
     for (int toggle = 0; toggle < 3; ++toggle, Trigger("mnuAppend")) {
       states += QString::number(Find<QAction>("mnuAppend")->isChecked()) + Enabled() + " ";
@@ -137,8 +138,7 @@ class MainWindowTest : public QObject {
     Trigger("mnuOptions");
     Open(GameLog());
     QCOMPARE(Table(), kGameTable);
-    QCOMPARE(desktop_->opened,
-             QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath("game.html"))});
+    QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath("game.html"))});
     QCOMPARE(desktop_->messages, QStringList());
     QCOMPARE(steps_, kRunSteps);
     QCOMPARE(captions_, QStringList(7, "Process"));
@@ -172,12 +172,16 @@ class MainWindowTest : public QObject {
     QTest::addColumn<QString>("messages");
     QTest::addColumn<QString>("report");
     QTest::addColumn<int>("rows");
-    QTest::newRow("one: as File > Open") << QStringList{"game.log"} << false << "" << "game.html" << 5;
-    QTest::newRow("one, relative: as File > Open") << QStringList{"game.log"} << true << "" << "game.html" << 5;
+    QTest::newRow("one: as File > Open") << QStringList{"game.log"} << false << ""
+                                         << "game.html" << 5;
+    QTest::newRow("one, relative: as File > Open") << QStringList{"game.log"} << true << ""
+                                                   << "game.html" << 5;
     QTest::newRow("one missing: as File > Open")
-        << QStringList{"missing.log"} << false << "Vantor Log Analyzer | File Not Found | 3 | OK" << "missing.html" << 3;
+        << QStringList{"missing.log"} << false << "Vantor Log Analyzer | File Not Found | 3 | OK"
+        << "missing.html" << 3;
     QTest::newRow("two: as Append, Open each, Process")
-        << QStringList{"game.log", "second.log"} << false << "" << "second.html" << 0;
+        << QStringList{"game.log", "second.log"} << false << ""
+        << "second.html" << 0;
   }
   void logsGivenAsArgumentsDoWhatTheMenusDo() {
     QFETCH(QStringList, logs);
@@ -211,12 +215,14 @@ class MainWindowTest : public QObject {
     qputenv("XDG_DATA_HOME", QFile::encodeName(other));
     Open(GameLog());
     const QString side = data + "/vantor-log-analyzer";
-    const QString notice = "Vantor Log Analyzer | Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) "
-                           "are written to %1, because the program's directory cannot be written. | 1 | OK";
-    QCOMPARE(desktop_->messages,
-             QStringList({notice.arg(side), notice.arg(other + "/vantor-log-analyzer")}));
-    QCOMPARE(FakeDesktop::Store().value("Notices/SideFileDirectory").toString(), other + "/vantor-log-analyzer");
-    for (auto name : {"/logoutput.txt", "/ignored.txt", "/chat.txt", "/unknown.txt"}) QVERIFY(QFile::exists(side + name));
+    const QString notice =
+        "Vantor Log Analyzer | Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) "
+        "are written to %1, because the program's directory cannot be written. | 1 | OK";
+    QCOMPARE(desktop_->messages, QStringList({notice.arg(side), notice.arg(other + "/vantor-log-analyzer")}));
+    QCOMPARE(FakeDesktop::Store().value("Notices/SideFileDirectory").toString(),
+             other + "/vantor-log-analyzer");
+    for (auto name : {"/logoutput.txt", "/ignored.txt", "/chat.txt", "/unknown.txt"})
+      QVERIFY(QFile::exists(side + name));
     QCOMPARE(desktop_->opened.size(), 4);  // the reports still go next to the log
     QVERIFY(!QDir(desktop_->program_dir).exists());
   }
@@ -224,9 +230,13 @@ class MainWindowTest : public QObject {
   void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable_data() {
     QTest::addColumn<QString>("answer");
     QTest::addColumn<QString>("message");
-    QTest::newRow("dialog cancelled") << "" << "Choose a file! | 0";
-    QTest::newRow("file missing") << "missing.log" << "File Not Found | 3";
-    QTest::newRow("a directory named with markup") << "<i>dir.log" << "Could not read {dir}/<i>dir.log: it is a directory, not a log file | 3";
+    QTest::newRow("dialog cancelled") << ""
+                                      << "Choose a file! | 0";
+    QTest::newRow("file missing") << "missing.log"
+                                  << "File Not Found | 3";
+    QTest::newRow("a directory named with markup")
+        << "<i>dir.log"
+        << "Could not read {dir}/<i>dir.log: it is a directory, not a log file | 3";
   }
   void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable() {
     QFETCH(QString, answer);
@@ -253,8 +263,7 @@ class MainWindowTest : public QObject {
     Trigger("mnuOptions");
     if (how == "exit") Trigger("mnuExit");
     if (how == "close") window_->close();
-    if (how == "run")
-      connect(Progress(), &QProgressBar::valueChanged, window_.get(), &QWidget::close);
+    if (how == "run") connect(Progress(), &QProgressBar::valueChanged, window_.get(), &QWidget::close);
     if (how == "run") Open(GameLog());
     QVERIFY(!window_->isVisible());
     QVERIFY(Options()->isVisible());
