@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -13,16 +14,10 @@
 namespace vantor::testing {
 namespace {
 
-struct Event {
-  std::string killer, victim, method;
-};
-struct Flag {
-  std::string player, action;
-};
 struct Teams {
   std::vector<std::string> blue, red;
-  std::vector<Event> events;
-  std::vector<Flag> flags;
+  std::vector<std::array<std::string, 3>> events;  // killer, victim, method
+  std::vector<std::array<std::string, 2>> flags;   // player, action
   std::vector<std::string> sentries;
 };
 
@@ -34,14 +29,14 @@ std::string ReportFor(const Teams& t) {
   host.program_dir = dir.path().string();
   host.chosen_log = dir / "match.log";
   Form1 form(host);
-  for (const Event& e : t.events) {
-    form.List2.Append(e.killer);
-    form.List3.Append(e.victim);
-    form.List4.Append(e.method);
+  for (const auto& [killer, victim, method] : t.events) {
+    form.List2.Append(killer);
+    form.List3.Append(victim);
+    form.List4.Append(method);
   }
-  for (const Flag& f : t.flags) {
-    form.List5.Append(f.player);
-    form.List6.Append(f.action);
+  for (const auto& [player, action] : t.flags) {
+    form.List5.Append(player);
+    form.List6.Append(action);
   }
   for (const std::string& s : t.sentries) form.List10.Append(s);
   for (const std::string& b : t.blue) form.List8.Append(b);
@@ -57,15 +52,13 @@ TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
     const char* folder;
     Teams teams;
   } cases[] = {
+      // clang-format off
       {"report_no_members", {}},
       {"report_only_red",
        {{},
         {"Rex", "Zed"},
-        {{"Rex", "Vick", "Knife"},
-         {"Rex", "Vick", "Rail Gun"},
-         {"Zed", "Rex", "Rocket Splash"},
-         {"Himself", "Zed", "Suicide"},
-         {"Zed", "Vick", "Hyperblaster"}},
+        {{"Rex", "Vick", "Knife"}, {"Rex", "Vick", "Rail Gun"}, {"Zed", "Rex", "Rocket Splash"},
+         {"Himself", "Zed", "Suicide"}, {"Zed", "Vick", "Hyperblaster"}},
         {{"Rex", "Flag Grab (Red)"}, {"Rex", "Flag Capture (Red)"}, {"Zed", "Base Defense (Red)"}},
         {}}},
       // Anja has only Super Shotgun kills and Bea Minigun but no MegaChaingun
@@ -73,30 +66,17 @@ TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
       {"report_two_blue_one_red",
        {{"Anja", bea},
         {"Cyra"},
-        {{"Anja", "Cyra", "Super Shotgun"},
-         {"Anja", "Cyra", "Super Shotgun"},
-         {bea, "Cyra", "Minigun"},
-         {bea, "Cyra", "Rocket Hit"},
-         {bea, "Cyra", "Plasmabomb"},
-         {bea, "Anja", "Pistol"},
-         {"Cyra", bea, "Sentry Gun"},
-         {"Cyra", "Anja", "MegaChaingun"},
-         {"Cyra", "Anja", "Shrapnel Grenade"},
-         {"Cyra", bea, "Sniper Headshot"},
-         {"Cyra", "Anja", "Flamethrower"},
-         {"Cyra", bea, "Shotgun"},
-         {"Cyra", "Anja", "Gauntlet"},
-         {"Himself", "Cyra", "Suicide"},
-         {"Himself", "Anja", "Suicide"},
-         {"Cyra", "Anja", "Super Shotgun"},
-         {bea, "Cyra", "Super Shotgun"}},
-        {{"Anja", "Flag Capture (Blue)"},
-         {"Anja", "Flag Grab (Blue)"},
-         {bea, "FC Defense (Blue)"},
-         {bea, "Base Defense (Blue)"},
-         {"Cyra", "Flag Defense (Red)"},
-         {"Cyra", "FC Frag (Red)"}},
+        {{"Anja", "Cyra", "Super Shotgun"}, {"Anja", "Cyra", "Super Shotgun"},
+         {bea, "Cyra", "Minigun"}, {bea, "Cyra", "Rocket Hit"}, {bea, "Cyra", "Plasmabomb"},
+         {bea, "Anja", "Pistol"}, {"Cyra", bea, "Sentry Gun"}, {"Cyra", "Anja", "MegaChaingun"},
+         {"Cyra", "Anja", "Shrapnel Grenade"}, {"Cyra", bea, "Sniper Headshot"},
+         {"Cyra", "Anja", "Flamethrower"}, {"Cyra", bea, "Shotgun"}, {"Cyra", "Anja", "Gauntlet"},
+         {"Himself", "Cyra", "Suicide"}, {"Himself", "Anja", "Suicide"},
+         {"Cyra", "Anja", "Super Shotgun"}, {bea, "Cyra", "Super Shotgun"}},
+        {{"Anja", "Flag Capture (Blue)"}, {"Anja", "Flag Grab (Blue)"}, {bea, "FC Defense (Blue)"},
+         {bea, "Base Defense (Blue)"}, {"Cyra", "Flag Defense (Red)"}, {"Cyra", "FC Frag (Red)"}},
         {"Cyra", "Cyra"}}},
+      // clang-format on
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.folder);

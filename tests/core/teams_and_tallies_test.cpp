@@ -94,34 +94,6 @@ TEST_F(Stages, PropagationFollowsOnlyTheFirstDecidingEventOnePassAtATime) {
   EXPECT_EQ(form_.List9.Rows(), (V{"B", "D"}));
 }
 
-// One progress slot of 100 per member after 30; 0.8 and 0.9 of the maximum.
-TEST(GetIndivStats, ProgressRunsSlotBySlot) {
-  const struct {
-    V blue, red;
-    std::int64_t maximum;
-    std::vector<std::int64_t> values;
-    V names;
-  } rows[] = {
-      {{}, {}, 50, {40, 45}, {"Totals", " ", "Totals"}},
-      {{"B1", "B2", "B3"},
-       {"R1", "R2"},
-       550,
-       {30, 130, 230, 330, 430, 440, 495},
-       {"B1", "B2", "B3", "Totals", " ", "R1", "R2", "Totals"}},
-  };
-  for (const auto& r : rows) {
-    FakeHost host;
-    Form1 form(host);
-    for (const std::string& b : r.blue) form.List8.Append(b);
-    for (const std::string& n : r.red) form.List9.Append(n);
-    form.GetIndivStats();
-    EXPECT_EQ(host.progress_maximum, r.maximum);
-    EXPECT_EQ(host.progress_values, r.values);
-    EXPECT_EQ(host.table[0].Rows(), r.names);
-    for (std::size_t c = 1; c < 11; ++c) EXPECT_EQ(host.table[c].At(r.names.size() - 1), "0") << c;
-  }
-}
-
 TEST_F(Stages, NameInBothTeamsFindsItsConsumedEventsGoneAtItsSecondSlot) {
   Events({{"Alpha", "Zed", "Knife"},
           {"Himself", "Alpha", "Suicide"},
