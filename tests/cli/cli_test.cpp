@@ -35,6 +35,7 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
     bool prefix;
     std::string err;
   } rows[] = {
+      // clang-format off
       {"help", {"--help"}, 0, kUsage, true, ""},
       {"version", {"--version"}, 0, "vantor-cli (Vantor Log Analyzer) 0.80\n", false, ""},
       {"unknown option", {"--frobnicate", "x.log"}, 2, "", false,
@@ -44,6 +45,7 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
       {"missing LOG", {"--table"}, 2, "", false, UsageError("missing LOG operand")},
       {"option without its value", {"x.log", "--side-dir"}, 2, "", false,
        UsageError("option '--side-dir' requires an argument")},
+      // clang-format on
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(r.name);
@@ -78,10 +80,12 @@ TEST(VantorCli, OneLogWritesTheSideFilesTheReportAndTheTable) {
   EXPECT_EQ(o.err, "");
   EXPECT_EQ(o.out, std::string(kHeader) +
                        "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n"
-                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n" + kSeparator +
+                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n" +
+                       kSeparator +
                        "Bravo\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n"
                        "Totals\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n");
-  EXPECT_EQ(FilesIn(dir / "side"), (std::set<std::string>{"chat.txt", "ignored.txt", "logoutput.txt", "unknown.txt"}));
+  EXPECT_EQ(FilesIn(dir / "side"),
+            (std::set<std::string>{"chat.txt", "ignored.txt", "logoutput.txt", "unknown.txt"}));
   EXPECT_EQ(ReadBytes(dir / "side/unknown.txt"), "Vote passed\r\n\r\n");
   EXPECT_TRUE(std::filesystem::exists(dir / "game.html"));
 }
@@ -92,8 +96,8 @@ constexpr char kChainEnd[] = "^4Carol^7 was railed by ^1Bravo\r\n^1Dave^7 was ra
 const std::string kTwoPasses = std::string(kHeader) +
                                "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\n"
                                "Carol\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
-                               "Totals\t2\t1\t0\t1\t0\t0\t0\t0\t0\t0\n" + kSeparator +
-                               "Bravo\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n";
+                               "Totals\t2\t1\t0\t1\t0\t0\t0\t0\t0\t0\n" +
+                               kSeparator + "Bravo\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n";
 
 TEST(VantorCli, SeveralLogsAreAnalysedTogetherWithTwoPropagationPasses) {
   ScratchDir dir;
@@ -109,10 +113,13 @@ TEST(VantorCli, SeveralLogsAreAnalysedTogetherWithTwoPropagationPasses) {
   EXPECT_TRUE(std::filesystem::exists(dir / "b.html"));
   EXPECT_FALSE(std::filesystem::exists(dir / "a.html"));
   const Outcome alone = RunCli({"--table", "--side-dir", dir.path(), dir / "ab.log"});
-  EXPECT_EQ(alone.out, kTwoPasses + "Dave\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
-                                    "Totals\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\n");
+  EXPECT_EQ(alone.out, kTwoPasses +
+                           "Dave\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n"
+                           "Totals\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\n");
 }
 
+// The whole table of report paths is the core's; here only what the command
+// line adds: its option spellings and paths relative to the working directory.
 TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
   const struct {
     const char* name;
@@ -120,12 +127,7 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
     std::vector<std::string> options;  // "{dir}" is the log's directory
     const char* report;                // relative to the log's directory
   } rows[] = {
-      {"next to the log", "game.log", {}, "game.html"},
-      {"output dir", "game.log", {"--output-dir", "{dir}/out"}, "out/game.html"},
       {"output dir with =", "game.log", {"--output-dir={dir}/out"}, "out/game.html"},
-      {"uppercase extension", "GAME.LOG", {}, "GAME.LOG.html"},
-      {"no extension", "game", {}, "game.html"},
-      {"no extension, output dir is its dir", "game", {"--output-dir", "{dir}"}, "game.html"},
       {"no extension, same dir spelt with /", "game", {"--output-dir", "{dir}/"}, "game.html"},
       {"relative log path", "./game.log", {}, "game.html"},
       // ".log" in a folder that the path only passes through must not move the report

@@ -34,15 +34,19 @@ std::string EveryRuleLog() {
     std::string line = s.line;
     const bool blue_flag = s.expected[4].ends_with("(Blue)");
     ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
-    for (const auto& [from, to] : {std::pair{"Killer", "^4Kira^7"}, {"Victim", "^1Vicky^7"}, {"Loser", "^1Rhea^7"},
-                                   {"Owner", "^4Kira^7"}, {"Wrecker", "^1Rhea^7"}}) {
+    for (const auto& [from, to] : {std::pair{"Killer", "^4Kira^7"},
+                                   {"Victim", "^1Vicky^7"},
+                                   {"Loser", "^1Rhea^7"},
+                                   {"Owner", "^4Kira^7"},
+                                   {"Wrecker", "^1Rhea^7"}}) {
       ReplaceFirst(line, from, to);
     }
     for (int i = 0; i < s.rule; ++i) log += line + "\n";
   }
-  return log + "^4Kira^7: gg, reconnected fine\r\n^1Rhea^7 entered the game\r\n^1Vicky^7 was railed by ^4Ghost\r\n"
-               "^4Ghost^7 was knifed by ^1Shade\r\n^1Shade^7 was sniped by ^2Wraith\r\n^2Nomad^7 cratered.\r\n"
-               "^3Vote^7 passed\r\n";
+  return log +
+         "^4Kira^7: gg, reconnected fine\r\n^1Rhea^7 entered the game\r\n^1Vicky^7 was railed by ^4Ghost\r\n"
+         "^4Ghost^7 was knifed by ^1Shade\r\n^1Shade^7 was sniped by ^2Wraith\r\n^2Nomad^7 cratered.\r\n"
+         "^3Vote^7 passed\r\n";
 }
 
 std::string Cells(const std::string& colour, const std::string& name, const std::vector<int>& counts) {
@@ -50,8 +54,12 @@ std::string Cells(const std::string& colour, const std::string& name, const std:
   for (int n : counts) row += "<td>" + std::to_string(n) + "</TD>\r\n";
   return row + "</tr>\r\n";
 }
-std::string Blue(const std::string& name, const std::vector<int>& counts) { return Cells("0000FF", name, counts); }
-std::string Red(const std::string& name, const std::vector<int>& counts) { return Cells("FF0000", name, counts); }
+std::string Blue(const std::string& name, const std::vector<int>& counts) {
+  return Cells("0000FF", name, counts);
+}
+std::string Red(const std::string& name, const std::vector<int>& counts) {
+  return Cells("FF0000", name, counts);
+}
 std::string Total(const std::vector<int>& counts) {
   std::string row = "<tr><td><b>Total</b></TD>";
   for (int n : counts) row += "<td><b>" + std::to_string(n) + "</TD>";
@@ -73,15 +81,14 @@ class EveryRuleRun : public ::testing::Test {
 TEST_F(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
   form_.LoadFile();
   OpenRun(form_);
-  const std::vector<V> rows = {
-      {"Kira", "1035", "0", "0", "56", "159", "58", "47", "49", "59", "0"},
-      {"Ghost", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},
-      {"Totals", "1036", "1", "0", "56", "159", "58", "47", "49", "59", "0"},
-      V(11, " "),
-      {"Rhea", "0", "748", "748", "48", "183", "50", "55", "57", "51", "46"},
-      {"Vicky", "0", "1036", "0", "0", "0", "0", "0", "0", "0", "0"},
-      {"Shade", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},
-      {"Totals", "1", "1785", "748", "48", "183", "50", "55", "57", "51", "46"}};
+  const std::vector<V> rows = {{"Kira", "1035", "0", "0", "56", "159", "58", "47", "49", "59", "0"},
+                               {"Ghost", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},
+                               {"Totals", "1036", "1", "0", "56", "159", "58", "47", "49", "59", "0"},
+                               V(11, " "),
+                               {"Rhea", "0", "748", "748", "48", "183", "50", "55", "57", "51", "46"},
+                               {"Vicky", "0", "1036", "0", "0", "0", "0", "0", "0", "0", "0"},
+                               {"Shade", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},
+                               {"Totals", "1", "1785", "748", "48", "183", "50", "55", "57", "51", "46"}};
   ASSERT_EQ(host_.table.RowCount(), rows.size());
   for (std::size_t r = 0; r < rows.size(); ++r) {
     for (std::size_t c = 0; c < 11; ++c) EXPECT_EQ(host_.table[c].At(r), rows[r][c]) << r << "," << c;
@@ -95,18 +102,19 @@ TEST_F(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
   // Each table's rows in order; Magnotron Grenade kills are in no table.
   const std::string report = ReadBytes(dir_ / "night.html");
   const std::vector<std::pair<const char*, V>> tables = {
-      {"<h2>Frag Stats</h2>", {Blue("Kira", {1035, 0, 0}), Blue("Ghost", {1, 1, 0}), Total({1036, 1, 0}),
-                               Red("Rhea", {0, 748, 748}), Red("Vicky", {0, 1036, 0}), Red("Shade", {1, 1, 0}),
-                               Total({1, 1785, 748})}},
+      {"<h2>Frag Stats</h2>",
+       {Blue("Kira", {1035, 0, 0}), Blue("Ghost", {1, 1, 0}), Total({1036, 1, 0}), Red("Rhea", {0, 748, 748}),
+        Red("Vicky", {0, 1036, 0}), Red("Shade", {1, 1, 0}), Total({1, 1785, 748})}},
       {"<h2>Flag Stats</h2>", {Total({56, 159, 58, 47, 49, 59, 428}), Total({48, 183, 50, 55, 57, 51, 444})}},
       {"<h2>Marine Stats</h2>", {Blue("Kira", {2, 9, 27, 28, 40, 13})}},
       {"<h2>Gunner Stats</h2>", {Blue("Kira", {10, 32, 11, 11})}},
       {"<h2>Engineer Stats</h2>", {Blue("Kira", {17, 20, 22, 38})}},
-      {"<h2>Cyborg Stats</h2>", {Blue("Kira", {12, 7, 16, 21, 19, 31, 0}), Red("Rhea", {0, 0, 0, 0, 0, 0, 46})}},
+      {"<h2>Cyborg Stats</h2>",
+       {Blue("Kira", {12, 7, 16, 21, 19, 31, 0}), Red("Rhea", {0, 0, 0, 0, 0, 0, 46})}},
       {"<h2>Sniper Stats</h2>", {Blue("Kira", {18, 24, 37, 15, 26}), Blue("Ghost", {0, 0, 0, 1, 0})}},
       {"<h2>Arsonist Stats</h2>", {Blue("Kira", {1, 8, 29, 30, 4, 42})}},
-      {"<h2>Assassin/Recon/Nurse Stats</h2>", {Blue("Kira", {41, 25, 14, 3, 80, 36, 17}),
-                                               Red("Shade", {0, 1, 0, 0, 0, 0, 0})}},
+      {"<h2>Assassin/Recon/Nurse Stats</h2>",
+       {Blue("Kira", {41, 25, 14, 3, 80, 36, 17}), Red("Shade", {0, 1, 0, 0, 0, 0, 0})}},
       {"<h2>Other Stats</h2>", {Blue("Kira", {33, 34, 39, 87})}}};
   std::size_t at = 0;
   for (const auto& [heading, table_rows] : tables) {
@@ -118,18 +126,10 @@ TEST_F(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
       EXPECT_LT(found, end) << heading << "\n" << row;
       at = std::min(found + row.size(), end);
     }
-    EXPECT_EQ(report.find("<font color", at), report.find("<font color", end)) << heading << ": a row too many";
+    EXPECT_EQ(report.find("<font color", at), report.find("<font color", end))
+        << heading << ": a row too many";
   }
   EXPECT_TRUE(report.ends_with("</center></table></body></html>\r\n"));
-}
-
-TEST_F(EveryRuleRun, ProcessRunPropagatesTwiceAndEndsEmpty) {
-  host_.append = true;
-  form_.LoadFile();
-  ProcessRun(form_);
-  EXPECT_EQ(host_.filled[0].Rows(), (V{"Kira", "Ghost", "Totals", " ", "Rhea", "Vicky", "Totals"}));
-  EXPECT_EQ(host_.filled[2].Rows(), (V{"0", "1", "1", " ", "748", "1036", "1784"}));
-  EXPECT_EQ(host_.table.RowCount() + form_.List2.Count() + form_.List7.Count(), 0u);
 }
 
 }  // namespace

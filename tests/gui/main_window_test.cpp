@@ -4,6 +4,8 @@
 #include <QAction>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QtTest>
@@ -24,16 +26,19 @@ const char kGameLog[] =
     "^7Dave was railed by Charlie\r\n^7Bravo got the BLUE flag!\r\n^7Ren\xe9 got the RED flag!\r\n"
     "^7Bravo was railed by Ren\xe9\r\n^7Bravo killed himself.\r\n^7Ren\xe9 was knifed by Bravo\r\n"
     "^7Charlie was railed by Ren\xe9\r\n";
-const QList<QStringList> kGameTable = {
-    {"René", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
-    {"Totals", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
-    QStringList(11, " "),
-    {"Bravo", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"},
-    {"Totals", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"}};
+const QList<QStringList> kGameTable = {{"René", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
+                                       {"Totals", "2", "1", "0", "1", "0", "0", "0", "0", "0", "0"},
+                                       QStringList(11, " "),
+                                       {"Bravo", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"},
+                                       {"Totals", "1", "2", "1", "1", "0", "0", "0", "0", "0", "0"}};
 // Two members: the tallies set the maximum to 250 and pass 30 again, 130,
-// 200 and 225; no command can be given meanwhile.
-const QStringList kRunSteps = {"10 1 00000",  "20 1 00000",  "30 1 00000", "130 1 00000",
-                               "200 1 00000", "225 1 00000", "250 1 00000"};
+// 200 and 225; no command can be given meanwhile; the button shows caption
+// until the bar is full.
+QStringList RunSteps(const QString& caption) {
+  QStringList steps;
+  for (int value : {10, 20, 30, 130, 200, 225}) steps << QString("%1 1 00000 ").arg(value) + caption;
+  return steps << "250 1 00000 Process";
+}
 
 }  // namespace
 
@@ -42,7 +47,7 @@ class MainWindowTest : public QObject {
 
   std::unique_ptr<FakeDesktop> desktop_;
   std::unique_ptr<vantor::DisplayStats> window_;
-  QStringList steps_, captions_;  // the window at every move of the progress bar
+  QStringList steps_;  // the window at every move of the progress bar
 
   template <typename T = QWidget>
   T* Find(const char* name) {
@@ -72,8 +77,8 @@ class MainWindowTest : public QObject {
     window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
     window_->show();
     connect(Progress(), &QProgressBar::valueChanged, this, [this](int value) {
-      steps_ << QString("%1 %2 %3").arg(value).arg(Progress()->isVisible()).arg(Enabled());
-      captions_ << Find<QPushButton>("cmdProcess")->text();
+      steps_ << QString("%1 %2 %3 ").arg(value).arg(Progress()->isVisible()).arg(Enabled()) +
+                    Find<QPushButton>("cmdProcess")->text();
     });
   }
   // Open, Exit, Append, Options and Process: "1" for each that can be given.
@@ -87,32 +92,27 @@ class MainWindowTest : public QObject {
 
  private slots:
   void init() {
+    window_.reset();
     desktop_ = std::make_unique<FakeDesktop>();
+    steps_.clear();
     StartWindow();
   }
-  void cleanup() {
-    qunsetenv("XDG_DATA_HOME");
-    window_.reset();
-    desktop_.reset();
-    steps_.clear();
-    captions_.clear();
-  }
 
-  void startsWithEmptyListsUnderTheirHeadings() {
+  void startsWithEmptyListsUnderTheirHeadingsAndProcessFollowsAppend() {
     QCOMPARE(window_->windowTitle(), QString("Vantor Log Analyzer"));
-    QStringList found;
+    QStringList menus, found;
+    for (QMenu* menu : window_->menuBar()->findChildren<QMenu*>()) {
+      menus << menu->title();
+      for (QAction* item : menu->actions()) menus << "  " + item->text();
+    }
+    QCOMPARE(menus, QStringList({"File", "  Open", "  Exit", "Tools", "  Append", "  Options"}));
     for (QLabel* heading : window_->findChildren<QLabel*>()) {
-      if (!kHeadings.contains(heading->text())) continue;
-      found << heading->text();
+      if (kHeadings.contains(heading->text())) found << heading->text();
     }
     QCOMPARE(found, kHeadings);
     QCOMPARE(Table(), QList<QStringList>());
-    QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()),
-             QString("0..1000"));
+    QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()), QString("0..1000"));
     QVERIFY(Progress()->isHidden());
-  }
-
-  void processCanBeClickedOnlyWhileAppendIsChecked() {
     QString states;
     for (int toggle = 0; toggle < 3; ++toggle, Trigger("mnuAppend")) {
       states += QString::number(Find<QAction>("mnuAppend")->isChecked()) + Enabled() + " ";
@@ -137,11 +137,9 @@ class MainWindowTest : public QObject {
     Trigger("mnuOptions");
     Open(GameLog());
     QCOMPARE(Table(), kGameTable);
-    QCOMPARE(desktop_->opened,
-             QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath("game.html"))});
+    QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath("game.html"))});
     QCOMPARE(desktop_->messages, QStringList());
-    QCOMPARE(steps_, kRunSteps);
-    QCOMPARE(captions_, QStringList(7, "Process"));
+    QCOMPARE(steps_, RunSteps("Process"));
     QVERIFY(Progress()->isHidden());
     QCOMPARE(Enabled(), QString("11110"));
     Find<QListWidget>("lstDeaths")->setCurrentRow(3);  // a row selected in one is selected in all
@@ -157,8 +155,7 @@ class MainWindowTest : public QObject {
     Open(GameLog());
     QVERIFY(Table().isEmpty() && desktop_->opened.isEmpty() && steps_.isEmpty());
     Find<QPushButton>("cmdProcess")->click();
-    QCOMPARE(steps_, kRunSteps);
-    QCOMPARE(captions_, QStringList(6, "Processing") << "Process");
+    QCOMPARE(steps_, RunSteps("Processing"));
     QCOMPARE(desktop_->opened.size(), 1);
     QCOMPARE(Table(), QList<QStringList>());
     QVERIFY(Progress()->isHidden());
@@ -167,30 +164,30 @@ class MainWindowTest : public QObject {
   }
 
   void logsGivenAsArgumentsDoWhatTheMenusDo_data() {
-    QTest::addColumn<QStringList>("logs");
-    QTest::addColumn<bool>("relative");  // named relative to the working directory
+    QTest::addColumn<QStringList>("logs");  // "./" for a path relative to the working directory
     QTest::addColumn<QString>("messages");
     QTest::addColumn<QString>("report");
     QTest::addColumn<int>("rows");
-    QTest::newRow("one: as File > Open") << QStringList{"game.log"} << false << "" << "game.html" << 5;
-    QTest::newRow("one, relative: as File > Open") << QStringList{"game.log"} << true << "" << "game.html" << 5;
+    QTest::newRow("one: as File > Open") << QStringList{"game.log"} << ""
+                                         << "game.html" << 5;
+    QTest::newRow("one, relative: as File > Open") << QStringList{"./game.log"} << ""
+                                                   << "game.html" << 5;
     QTest::newRow("one missing: as File > Open")
-        << QStringList{"missing.log"} << false << "Vantor Log Analyzer | File Not Found | 3 | OK" << "missing.html" << 3;
-    QTest::newRow("two: as Append, Open each, Process")
-        << QStringList{"game.log", "second.log"} << false << "" << "second.html" << 0;
+        << QStringList{"missing.log"} << "Vantor Log Analyzer | File Not Found | 3 | OK"
+        << "missing.html" << 3;
+    QTest::newRow("two: as Append, Open each, Process") << QStringList{"game.log", "second.log"} << ""
+                                                        << "second.html" << 0;
   }
   void logsGivenAsArgumentsDoWhatTheMenusDo() {
     QFETCH(QStringList, logs);
-    QFETCH(bool, relative);
     QFETCH(QString, messages);
     QFETCH(QString, report);
     QFETCH(int, rows);
     QVERIFY(QFile::copy(GameLog(), desktop_->dir.filePath("second.log")));
-    QStringList paths;
-    for (const QString& log : logs) paths << desktop_->dir.filePath(log);
+    for (QString& log : logs) log = log.startsWith("./") ? log : desktop_->dir.filePath(log);
     const QString working_dir = QDir::currentPath();
     QDir::setCurrent(desktop_->dir.path());
-    window_->OpenLogsFromCommandLine(relative ? logs : paths);
+    window_->OpenLogsFromCommandLine(logs);
     QDir::setCurrent(working_dir);
     QCOMPARE(desktop_->messages.join(" / "), messages);
     QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath(report))});
@@ -211,26 +208,30 @@ class MainWindowTest : public QObject {
     qputenv("XDG_DATA_HOME", QFile::encodeName(other));
     Open(GameLog());
     const QString side = data + "/vantor-log-analyzer";
-    const QString notice = "Vantor Log Analyzer | Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) "
-                           "are written to %1, because the program's directory cannot be written. | 1 | OK";
-    QCOMPARE(desktop_->messages,
-             QStringList({notice.arg(side), notice.arg(other + "/vantor-log-analyzer")}));
-    QCOMPARE(FakeDesktop::Store().value("Notices/SideFileDirectory").toString(), other + "/vantor-log-analyzer");
-    for (auto name : {"/logoutput.txt", "/ignored.txt", "/chat.txt", "/unknown.txt"}) QVERIFY(QFile::exists(side + name));
+    const QString notice =
+        "Vantor Log Analyzer | Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) "
+        "are written to %1, because the program's directory cannot be written. | 1 | OK";
+    QCOMPARE(desktop_->messages, QStringList({notice.arg(side), notice.arg(other + "/vantor-log-analyzer")}));
+    QCOMPARE(FakeDesktop::Store().value("Notices/SideFileDirectory").toString(),
+             other + "/vantor-log-analyzer");
+    for (auto name : {"/logoutput.txt", "/ignored.txt", "/chat.txt", "/unknown.txt"})
+      QVERIFY(QFile::exists(side + name));
     QCOMPARE(desktop_->opened.size(), 4);  // the reports still go next to the log
     QVERIFY(!QDir(desktop_->program_dir).exists());
+    qunsetenv("XDG_DATA_HOME");
   }
 
   void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable_data() {
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("dialog cancelled") << "" << "Choose a file! | 0";
-    QTest::newRow("file missing") << "missing.log" << "File Not Found | 3";
-    QTest::newRow("a directory named with markup") << "<i>dir.log" << "Could not read {dir}/<i>dir.log: it is a directory, not a log file | 3";
+    QTest::addColumn<QStringList>("answer_and_message");
+    QTest::newRow("dialog cancelled") << QStringList{"", "Choose a file! | 0"};
+    QTest::newRow("file missing") << QStringList{"missing.log", "File Not Found | 3"};
+    QTest::newRow("a directory named with markup") << QStringList{
+        "<i>dir.log", "Could not read {dir}/<i>dir.log: it is a directory, not a log file | 3"};
   }
   void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable() {
-    QFETCH(QString, answer);
-    QFETCH(QString, message);
+    QFETCH(QStringList, answer_and_message);
+    const QString answer = answer_and_message[0];
+    QString message = answer_and_message[1];
     if (answer.startsWith('<')) QVERIFY(QDir(desktop_->dir.path()).mkdir(answer));
     Open(answer.isEmpty() ? answer : desktop_->dir.filePath(answer));
     message.replace("{dir}", desktop_->dir.path());
@@ -253,8 +254,7 @@ class MainWindowTest : public QObject {
     Trigger("mnuOptions");
     if (how == "exit") Trigger("mnuExit");
     if (how == "close") window_->close();
-    if (how == "run")
-      connect(Progress(), &QProgressBar::valueChanged, window_.get(), &QWidget::close);
+    if (how == "run") connect(Progress(), &QProgressBar::valueChanged, window_.get(), &QWidget::close);
     if (how == "run") Open(GameLog());
     QVERIFY(!window_->isVisible());
     QVERIFY(Options()->isVisible());

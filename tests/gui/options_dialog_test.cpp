@@ -53,37 +53,27 @@ class OptionsDialogTest : public QObject {
     for (auto name : {"Label1", "cmdBrowseIn", "Label2", "cmdBrowseOut", "cmdOK", "cmdCancel"}) {
       texts << Find(name)->property("text").toString();
     }
-    QCOMPARE(texts, QStringList({"Input Directory", "Browse", "Output Directory", "Browse", "OK",
-                                 "Cancel"}));
+    QCOMPARE(texts, QStringList({"Input Directory", "Browse", "Output Directory", "Browse", "OK", "Cancel"}));
   }
 
   void onlyOkStoresTheTextsAsTyped_data() {
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("input");
-    QTest::addColumn<QString>("output");
+    QTest::addColumn<QStringList>("button_and_texts");  // "" for the close box
     QTest::addColumn<QStringList>("stored");
-    QTest::newRow("OK, both empty") << "cmdOK"
-                                    << ""
-                                    << "" << QStringList{"", ""};
-    QTest::newRow("OK, kept as typed")
-        << "cmdOK"
-        << "C:\\Games\\logs\\"
-        << " /no/such dir " << QStringList{"C:\\Games\\logs\\", " /no/such dir "};
-    QTest::newRow("Cancel") << "cmdCancel"
-                            << "a"
-                            << "b" << QStringList{"in", "out"};
-    QTest::newRow("close box") << ""
-                               << "a"
-                               << "b" << QStringList{"in", "out"};
+    QTest::newRow("OK, both empty") << QStringList{"cmdOK", "", ""} << QStringList{"", ""};
+    QTest::newRow("OK, kept as typed") << QStringList{"cmdOK", "C:\\Games\\logs\\", " /no/such dir "}
+                                       << QStringList{"C:\\Games\\logs\\", " /no/such dir "};
+    QTest::newRow("Cancel") << QStringList{"cmdCancel", "a", "b"} << QStringList{"in", "out"};
+    QTest::newRow("close box") << QStringList{"", "a", "b"} << QStringList{"in", "out"};
   }
   void onlyOkStoresTheTextsAsTyped() {
-    QFETCH(QString, button);
-    QFETCH(QString, input);
-    QFETCH(QString, output);
+    QFETCH(QStringList, button_and_texts);
     QFETCH(QStringList, stored);
     QCOMPARE(Texts(), QStringList({"in", "out"}));
-    Type(input, output);
-    button.isEmpty() ? void(dialog_->close()) : dialog_->findChild<QPushButton*>(button)->click();
+    Type(button_and_texts[1], button_and_texts[2]);
+    if (button_and_texts[0].isEmpty())
+      dialog_->close();
+    else
+      dialog_->findChild<QPushButton*>(button_and_texts[0])->click();
     QVERIFY(!dialog_->isVisible());
     QCOMPARE(Stored(), stored);
     const QPointer<QDialog> closed = dialog_;
@@ -94,30 +84,23 @@ class OptionsDialogTest : public QObject {
 
   void browseReplacesTheTextOnlyWhenAFolderIsChosen_data() {
     QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<QStringList>("texts");
-    const QString tmp = QDir::tempPath();
-    QTest::newRow("input chosen") << "cmdBrowseIn"
-                                  << "logs dir" << QStringList{"logs dir", tmp};
-    QTest::newRow("input cancelled") << "cmdBrowseIn"
-                                     << "" << QStringList{tmp, tmp};
-    QTest::newRow("output chosen") << "cmdBrowseOut"
-                                   << "reports" << QStringList{tmp, "reports"};
-    QTest::newRow("output cancelled") << "cmdBrowseOut"
-                                      << "" << QStringList{tmp, tmp};
+    QTest::addColumn<QStringList>("answer_and_texts");  // "=" for a text left as it was
+    QTest::newRow("input chosen") << "cmdBrowseIn" << QStringList{"logs dir", "logs dir", "="};
+    QTest::newRow("input cancelled") << "cmdBrowseIn" << QStringList{"", "=", "="};
+    QTest::newRow("output chosen") << "cmdBrowseOut" << QStringList{"reports", "=", "reports"};
+    QTest::newRow("output cancelled") << "cmdBrowseOut" << QStringList{"", "=", "="};
   }
   void browseReplacesTheTextOnlyWhenAFolderIsChosen() {
     QFETCH(QString, button);
-    QFETCH(QString, answer);
-    QFETCH(QStringList, texts);
+    QFETCH(QStringList, answer_and_texts);
+    const QString answer = answer_and_texts.takeFirst(), tmp = QDir::tempPath();
     const QDir dir(desktop_->dir.path());  // a chosen folder comes as a full path
     if (!answer.isEmpty() && dir.mkdir(answer)) desktop_->answers << dir.filePath(answer);
-    Type(QDir::tempPath(), QDir::tempPath());
+    Type(tmp, tmp);
     dialog_->findChild<QPushButton*>(button)->click();
-    QCOMPARE(desktop_->dialogs, QStringList{"Select A Directory | " + QDir::tempPath() +
-                                            " | All Files (*) | folders"});
-    for (QString& text : texts) text = text == QDir::tempPath() ? text : dir.filePath(text);
-    QCOMPARE(Texts(), texts);
+    QCOMPARE(desktop_->dialogs, QStringList{"Select A Directory | " + tmp + " | All Files (*) | folders"});
+    for (QString& text : answer_and_texts) text = text == "=" ? tmp : dir.filePath(text);
+    QCOMPARE(Texts(), answer_and_texts);
   }
 
   void tabRunsThroughTheBoxesThenTheButtons() {
@@ -127,8 +110,8 @@ class OptionsDialogTest : public QObject {
       QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
       order << dialog_->focusWidget()->objectName();
     }
-    QCOMPARE(order, QStringList({"txtOutputDir", "cmdBrowseIn", "cmdBrowseOut", "cmdOK",
-                                 "cmdCancel", "txtInputDir"}));
+    QCOMPARE(order, QStringList({"txtOutputDir", "cmdBrowseIn", "cmdBrowseOut", "cmdOK", "cmdCancel",
+                                 "txtInputDir"}));
   }
 
   void enterAndEscapeLeaveTheDialogOpen() {

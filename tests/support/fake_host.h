@@ -20,7 +20,6 @@ class FakeHost : public Host {
 
   std::string chosen_log;
   bool append = false;
-  bool progress_visible = false;
   std::int64_t progress_maximum = 1000;
   std::vector<std::int64_t> progress_values;
   std::vector<bool> visibility_changes;
@@ -31,23 +30,16 @@ class FakeHost : public Host {
   std::string program_dir;
   StatisticsTable table;
   StatisticsTable filled;  // the table as the tallies left it
-  int filled_calls = 0;
 
   std::string ChosenLogPath() const override { return chosen_log; }
   bool AppendChecked() const override { return append; }
-  void SetProgressVisible(bool visible) override {
-    progress_visible = visible;
-    visibility_changes.push_back(visible);
-  }
+  void SetProgressVisible(bool visible) override { visibility_changes.push_back(visible); }
   void SetProgressMaximum(std::int64_t maximum) override { progress_maximum = maximum; }
   std::int64_t ProgressMaximum() const override { return progress_maximum; }
   void SetProgressValue(std::int64_t value) override { progress_values.push_back(value); }
   void SetProcessCaption(std::string_view caption) override { captions.emplace_back(caption); }
   StatisticsTable& Statistics() override { return table; }
-  void StatisticsFilled() override {
-    filled = table;
-    ++filled_calls;
-  }
+  void StatisticsFilled() override { filled = table; }
   void ShowMessage(std::string_view text, MessageIcon icon) override {
     messages.push_back({std::string(text), icon});
   }

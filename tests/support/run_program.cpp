@@ -16,12 +16,13 @@ constexpr uid_t kNobody = 65534;
 // Becomes "nobody" with no group of root's left, so that only the
 // permissions for others apply.
 bool BecomeNobody() {
-  return ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0 && ::geteuid() == kNobody;
+  return ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0 &&
+         ::geteuid() == kNobody;
 }
 
-}  // namespace
-
 bool RunningAsRoot() { return ::geteuid() == 0; }
+
+}  // namespace
 
 bool PermissionsApplyTo(const std::string& program) {
   if (!RunningAsRoot()) return true;

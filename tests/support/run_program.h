@@ -20,9 +20,6 @@ struct RunAs {
 
 Outcome RunProgram(const std::string& program, const std::vector<std::string>& args, const RunAs& as = {});
 
-// Whether RunAs::unprivileged changes who runs the program.
-bool RunningAsRoot();
-
 // Whether file permissions bind the program when it runs with
 // RunAs::unprivileged: always for an ordinary user; for root only when
 // "nobody" can be taken on and may run the program.
