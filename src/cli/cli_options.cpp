@@ -70,6 +70,21 @@ std::string Problem(const CliOptions& o) {
   return "";
 }
 
+// CLI11's mistakes said as command-line tools say them.
+std::string Said(const CLI::ParseError& e) {
+  const std::string what = e.what();
+  const std::size_t colon = what.find(": ");
+  if (dynamic_cast<const CLI::ExtrasError*>(&e) != nullptr && colon != std::string::npos) {
+    return "unrecognized option '" + what.substr(colon + 2) + "'";
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&e) != nullptr && colon != std::string::npos) {
+    const std::string option = what.substr(0, colon);
+    return what.find("missing") != std::string::npos ? "option '" + option + "' requires an argument"
+                                                     : "option '" + option + "' is given more than once";
+  }
+  return what;
+}
+
 }  // namespace
 
 CliParse ParseCliOptions(const std::vector<std::string>& args) {
@@ -81,7 +96,7 @@ CliParse ParseCliOptions(const std::vector<std::string>& args) {
   try {
     app.parse(reversed);
   } catch (const CLI::ParseError& e) {
-    return {std::nullopt, e.what()};
+    return {std::nullopt, Said(e)};
   }
   if (std::string problem = Problem(o); !problem.empty()) return {std::nullopt, std::move(problem)};
   return {o, ""};

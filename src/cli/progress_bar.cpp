@@ -33,7 +33,9 @@ void ProgressBar::Advance(int permille) {
 void ProgressBar::Draw() {
   const int percent = permille_ / 10;
   // A terminal line per percent at most; a plain line per tenth.
-  if (!enabled_ || percent == percent_drawn_ || (plain_ && percent / 10 == percent_drawn_ / 10)) return;
+  const bool same =
+      plain_ ? percent_drawn_ >= 0 && percent / 10 == percent_drawn_ / 10 : percent == percent_drawn_;
+  if (!enabled_ || same) return;
   percent_drawn_ = percent;
   if (plain_) {
     out_ << "vantor-cli: " << percent << "% " << stage_ << "\n" << std::flush;

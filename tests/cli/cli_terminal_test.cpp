@@ -1,6 +1,5 @@
 // vantor-cli as an installed program: a progress bar only on a terminal,
-// --quiet, and side files in the user's own directory when the program's
-// directory cannot be written.
+// --quiet, and side files in the user's own state directory.
 
 #include <gtest/gtest.h>
 
@@ -36,14 +35,19 @@ TEST(VantorCliTerminal, ProgressBarOnATerminalOnlyAndNeverWithQuiet) {
   EXPECT_NE(shown.find("\r\033[Kvantor-cli: [..............................] 0% reading game.log"), std::string::npos)
       << shown;
   EXPECT_NE(shown.find("\r\033[Kvantor-cli: [##############################] 100% analysing"), std::string::npos);
-  EXPECT_EQ(shown.substr(shown.size() - 4), "\r\033[K");  // the bar is wiped at the end
+  // The bar is wiped before the last line.
+  EXPECT_TRUE(shown.ends_with("\r\033[Kvantor-cli: report written to " + dir / "game.html" + "\r\n")) << shown;
   EXPECT_EQ(OnTerminal(run + " --quiet", dir), "");
-  const Outcome piped = RunProgram(VANTOR_CLI, {"--side-dir", dir.path(), "--output-dir", dir.path(), dir / "game.log"});
+  EXPECT_EQ(OnTerminal("TERM=dumb " + run, dir),
+            "vantor-cli: 0% reading game.log\r\nvantor-cli: 80% reading game.log\r\nvantor-cli: 80% analysing\r\n"
+            "vantor-cli: 90% analysing\r\nvantor-cli: 100% analysing\r\nvantor-cli: report written to " +
+                dir / "game.html" + "\r\n");
+  const Outcome piped = RunProgram(VANTOR_CLI, {"-q", "--side-dir", dir.path(), "-o", dir.path(), dir / "game.log"});
   EXPECT_EQ(piped.err, "");
   EXPECT_EQ(piped.status, 0);
 }
 
-TEST(VantorCliTerminal, UnwritableProgramDirectorySendsSideFilesToTheUsersOwnOnceSaid) {
+TEST(VantorCliTerminal, InstalledCopySendsSideFilesToTheUsersStateDirectoryOnceSaid) {
   ScratchDir dir;
   const std::string bin = dir / "bin", data = dir / "data", out = dir / "out";
   for (const std::string& d : {bin, data, out}) fs::create_directory(d);
@@ -54,17 +58,18 @@ TEST(VantorCliTerminal, UnwritableProgramDirectorySendsSideFilesToTheUsersOwnOnc
   fs::permissions(out, fs::perms::all);
   fs::permissions(bin, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
                            fs::perms::others_exec | fs::perms::group_read | fs::perms::group_exec);
-  ::setenv("XDG_DATA_HOME", data.c_str(), 1);
+  ::setenv("XDG_STATE_HOME", data.c_str(), 1);
   const std::vector<std::string> args = {"--output-dir", out, dir / "game.log"};
   const Outcome first = RunProgram(bin + "/vantor-cli", args, {".", true});
   const Outcome second = RunProgram(bin + "/vantor-cli", args, {".", true});
   const Outcome quiet = RunProgram(bin + "/vantor-cli", {"--quiet", "--output-dir", out, dir / "game.log"}, {".", true});
-  ::unsetenv("XDG_DATA_HOME");
+  ::unsetenv("XDG_STATE_HOME");
   const std::string side = data + "/vantor-log-analyzer";
+  const std::string report = "vantor-cli: report written to " + out + "/game.html\n";
   EXPECT_EQ(first.err, "vantor-cli: Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to " +
-                           side + ", because the program's directory cannot be written.\n");
+                           side + ".\n" + report);
   EXPECT_EQ(first.status, 0);
-  EXPECT_EQ(second.err, "");
+  EXPECT_EQ(second.err, report);
   EXPECT_EQ(quiet.err, "");
   EXPECT_EQ(ReadBytes(side + "/logoutput.txt"), "Alpha got the BLUE flag!\r\nBravo was railed by Alpha\r\n\r\n");
   EXPECT_TRUE(fs::exists(side + "/unknown.txt"));

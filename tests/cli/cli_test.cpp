@@ -19,8 +19,8 @@ Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".
 }
 
 constexpr char kUsage[] =
-    "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
-    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
+    "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
+    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
 
 std::string UsageError(const std::string& what) {
   return "vantor-cli: " + what + "\n" + kUsage + "Try 'vantor-cli --help' for more information.\n";
@@ -37,11 +37,13 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
   } rows[] = {
       // clang-format off
       {"help", {"--help"}, 0, kUsage, true, ""},
-      {"version", {"--version"}, 0, "vantor-cli (Vantor Log Analyzer) 0.80\n", false, ""},
+      {"version", {"-V"}, 0, "vantor-cli (Vantor Log Analyzer) 0.80\n", false, ""},
       {"unknown option", {"--frobnicate", "x.log"}, 2, "", false,
        UsageError("unrecognized option '--frobnicate'")},
       {"flag given a value", {"--table=yes", "x.log"}, 2, "", false,
-       UsageError("unrecognized option '--table=yes'")},
+       UsageError("option '--table' takes no value")},
+      {"option given twice", {"--json", "a", "--json=b", "x.log"}, 2, "", false,
+       UsageError("option '--json' is given more than once")},
       {"missing LOG", {"--table"}, 2, "", false, UsageError("missing LOG operand")},
       {"option without its value", {"x.log", "--side-dir"}, 2, "", false,
        UsageError("option '--side-dir' requires an argument")},
@@ -75,9 +77,9 @@ TEST(VantorCli, OneLogWritesTheSideFilesTheReportAndTheTable) {
              "Admin: restart at 10\r\n"
              "^1Bravo^7 blew himself up.\r\n"
              "a last line without its end");
-  const Outcome o = RunCli({"--side-dir", dir / "side", "--table", dir / "game.log"});
+  const Outcome o = RunCli({"--side-dir", dir / "side", "-t", dir / "game.log"});
   EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(o.err, "");
+  EXPECT_EQ(o.err, "vantor-cli: report written to " + dir / "game.html" + "\n");
   EXPECT_EQ(o.out, std::string(kHeader) +
                        "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n"
                        "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n" +
@@ -132,6 +134,7 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
       {"relative log path", "./game.log", {}, "game.html"},
       // ".log" in a folder that the path only passes through must not move the report
       {"relative path through a .logs folder", "./q.logs/../game.log", {}, "game.html"},
+      {"report named", "game.log", {"--report", "out/named.html"}, "out/named.html"},
   };
   const std::string golden = ReadBytes(DataPath("report_no_members/expected_report.html"));
   for (const auto& r : rows) {
@@ -141,7 +144,7 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
     std::filesystem::create_directory(dir / "q.logs");
     const std::string log = "^7nobody here, only ^1colours\r\n";
     WriteBytes(dir / r.log, log);
-    std::vector<std::string> args{"--side-dir", dir / "out"};
+    std::vector<std::string> args{"-q", "--side-dir", dir / "out"};
     for (std::string o : r.options) {
       if (const auto at = o.find("{dir}"); at != std::string::npos) o.replace(at, 5, dir.path());
       args.push_back(o);

@@ -25,7 +25,7 @@ Outcome Python(const std::string& program, const std::vector<std::string>& args)
 std::string ExportOf(const ScratchDir& dir, const std::string& log, const std::string& option,
                      const std::string& file = "", const std::string& log_name = "game.log") {
   WriteBytes(dir / log_name, log);
-  std::vector<std::string> args = {"--side-dir", dir.path(), "--output-dir", dir.path(), option};
+  std::vector<std::string> args = {"-q", "--side-dir", dir.path(), "--output-dir", dir.path(), option};
   if (!file.empty()) args.push_back(dir / file);
   args.push_back(dir / log_name);
   const Outcome o = RunProgram(VANTOR_CLI, args);

@@ -3,6 +3,7 @@
 // from a script, records every dialog and document instead of showing it,
 // and keeps side files and settings in a private directory.
 
+#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSettings>
@@ -23,7 +24,10 @@ class FakeDesktop : public vantor::Desktop {
   QTemporaryDir dir;  // the settings store, and the program directory
   QString program_dir = dir.path();
 
-  FakeDesktop() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.path()); }
+  FakeDesktop() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.path());
+    QFile(dir.filePath("CMakeCache.txt")).open(QIODevice::WriteOnly);  // a program in its build tree
+  }
 
   int Exec(QDialog& dialog) override {
     if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {

@@ -196,21 +196,20 @@ class MainWindowTest : public QObject {
     QVERIFY(desktop_->dialogs.isEmpty());  // no file dialog is shown
   }
 
-  void sideFilesGoToTheUsersOwnDirectoryWhenTheProgramsCannotBeWritten() {
-    // A directory that does not exist cannot be written, whoever runs the test.
-    desktop_->program_dir = desktop_->dir.filePath("not-made/bin");
+  void sideFilesOfAnInstalledProgramGoToTheUsersStateDirectory() {
+    desktop_->program_dir = desktop_->dir.filePath("not-made/bin");  // no build tree, never written
     const QString data = desktop_->dir.filePath("data"), other = desktop_->dir.filePath("other");
-    qputenv("XDG_DATA_HOME", QFile::encodeName(data));
+    qputenv("XDG_STATE_HOME", QFile::encodeName(data));
     Open(GameLog());
     Open(GameLog());
     StartWindow();  // the next session: only the settings remember what was said
     Open(GameLog());
-    qputenv("XDG_DATA_HOME", QFile::encodeName(other));
+    qputenv("XDG_STATE_HOME", QFile::encodeName(other));
     Open(GameLog());
     const QString side = data + "/vantor-log-analyzer";
     const QString notice =
         "Vantor Log Analyzer | Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) "
-        "are written to %1, because the program's directory cannot be written. | 1 | OK";
+        "are written to %1. | 1 | OK";
     QCOMPARE(desktop_->messages, QStringList({notice.arg(side), notice.arg(other + "/vantor-log-analyzer")}));
     QCOMPARE(FakeDesktop::Store().value("Notices/SideFileDirectory").toString(),
              other + "/vantor-log-analyzer");
@@ -218,7 +217,7 @@ class MainWindowTest : public QObject {
       QVERIFY(QFile::exists(side + name));
     QCOMPARE(desktop_->opened.size(), 4);  // the reports still go next to the log
     QVERIFY(!QDir(desktop_->program_dir).exists());
-    qunsetenv("XDG_DATA_HOME");
+    qunsetenv("XDG_STATE_HOME");
   }
 
   void failedImportShowsItsMessageAsPlainTextAndTheWindowStaysUsable_data() {
