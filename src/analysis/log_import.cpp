@@ -267,6 +267,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
       },
       [&](std::uint64_t read) { host.ReadingProgress(read, size); });
   const int read_error = errno;
+  sheet.LinesRead += numbers.Count();
   kept.Finish();
   if (!read_all) host.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
   log_output.WriteLine("");

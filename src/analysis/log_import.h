@@ -108,6 +108,8 @@ class PhysicalLines {
     last_end_ = end;
     return second_half_of_crlf ? next_ - 1 : next_++;
   }
+  // The lines numbered so far.
+  std::uint64_t Count() const { return next_ - 1; }
 
  private:
   std::uint64_t next_ = 1;

@@ -9,6 +9,7 @@ void Worksheet::Empty() {
     list->Rebind(pool);
   }
   SourceFiles.clear();
+  LinesRead = 0;
 }
 
 void Worksheet::KeepPlaces(bool keep) {

@@ -2,6 +2,7 @@
 // The worksheet: the ten lists that carry every intermediate result of a
 // run from one stage to the next, and the logs its rows came from.
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ struct Worksheet {
 
   // The logs of the run, by SourceLine::file; kept with the places.
   std::vector<std::string> SourceFiles;
+  // The lines of the logs imported so far, as a text editor numbers them.
+  std::uint64_t LinesRead = 0;
 
   Worksheet() { Empty(); }
 

@@ -7,7 +7,6 @@
 #include <cstdlib>
 
 #include "report/report_path.h"
-#include "stats/counts.h"
 
 namespace vantor {
 
@@ -55,19 +54,6 @@ void CliHost::OpenDocument(const std::string& path) {
     ::_exit(0);
   }
   if (pid > 0) ::waitpid(pid, nullptr, 0);
-}
-
-void PrintStatisticsTable(std::ostream& out, const StatisticsTable& table) {
-  for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) {
-    out << (c > 0 ? "\t" : "") << ColumnHeading(c);
-  }
-  out << "\n";
-  for (std::size_t r = 0; r < table.RowCount(); ++r) {
-    for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) {
-      out << (c > 0 ? "\t" : "") << table[c].At(r);
-    }
-    out << "\n";
-  }
 }
 
 }  // namespace vantor

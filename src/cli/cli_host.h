@@ -62,8 +62,4 @@ class CliHost : public Host {
   ProgressBar progress_;
 };
 
-// The statistics table as text: a header line, then one line per row, the
-// eleven cells joined by TAB, each line ended by LF.
-void PrintStatisticsTable(std::ostream& out, const StatisticsTable& table);
-
 }  // namespace vantor

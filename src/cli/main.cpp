@@ -141,7 +141,7 @@ bool Delivered() {
 
 bool PrintResults(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
   errno = 0;
-  if (options.table) vantor::PrintStatisticsTable(std::cout, host.FilledTable());
+  if (options.table) vantor::WriteStatisticsTable(std::cout, host.FilledTable());
   // The table goes out before an export sent to standard output.
   if (!Delivered()) return false;
   if (const auto run = form.LastRun()) {

@@ -157,6 +157,15 @@ std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t lim
   return lines;
 }
 
+void WriteStatisticsTable(std::ostream& out, const StatisticsTable& table) {
+  for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) out << (c > 0 ? "\t" : "") << ColumnHeading(c);
+  out << "\n";
+  for (std::size_t r = 0; r < table.RowCount(); ++r) {
+    for (std::size_t c = 0; c < StatisticsTable::kColumns; ++c) out << (c > 0 ? "\t" : "") << table[c].At(r);
+    out << "\n";
+  }
+}
+
 IoResult WriteExportFile(ExportFormat format, const RunRecord& run, const std::string& path) {
   std::ostringstream bytes;
   if (format == ExportFormat::kJson) {

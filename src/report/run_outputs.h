@@ -13,6 +13,7 @@
 
 #include "analysis/host.h"
 #include "analysis/output_plan.h"
+#include "analysis/statistics_table.h"
 #include "analysis/text_file.h"
 #include "stats/run_record.h"
 
@@ -27,6 +28,10 @@ void WriteCsvExport(std::ostream& out, const RunRecord& run);
 // roster (three characters or more) replaced by "<player>": up to limit
 // lines of "count<TAB>shape", most frequent first.
 std::vector<std::string> UnknownLineShapes(const RunRecord& run, std::size_t limit);
+
+// The statistics table as text: a header line, then one line per row, the
+// eleven cells joined by TAB, each line ended by LF (the bytes of the log).
+void WriteStatisticsTable(std::ostream& out, const StatisticsTable& table);
 
 enum class ExportFormat { kJson, kCsv };
 

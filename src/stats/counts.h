@@ -29,7 +29,7 @@ struct CountRow {
 
 inline constexpr std::array<CountRow, 10> kCounts = {{
     {&PlayerTally::intFrags, "Frags", "Frags", "frags", {}},
-    {&PlayerTally::intDeaths, "Deaths", "Deaths", "deaths", {}},
+    {&PlayerTally::intDeaths, "Deaths", "Deaths (suicides included)", "deaths", {}},
     {&PlayerTally::intSuicides, "Suicides", "Suicides", "suicides", {}},
     {&PlayerTally::intFlagGrabs, "F Grabs", "Flag Grabs", "flag_grabs", FlagKind::FlagGrab},
     {&PlayerTally::intFCDefends, "FC Def", "FC Defends", "fc_defends", FlagKind::FCDefense},

@@ -48,6 +48,7 @@ std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& e
                                            const std::vector<bool>& keep) {
   auto run = std::make_shared<RunRecord>();
   run->files = sheet.SourceFiles;
+  run->lines_read = sheet.LinesRead;
   run->members = tally;
   run->blue_count = sheet.List8.Count();
   run->slot_reasons = reasons.blue;

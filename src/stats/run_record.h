@@ -26,7 +26,8 @@ struct CountedEvents {
 };
 
 struct RunRecord {
-  std::vector<std::string> files;  // the logs, by SourceLine::file
+  std::vector<std::string> files;  // the logs, by SourceLine::file (when places were kept)
+  std::uint64_t lines_read = 0;    // the lines of the logs
   TallyTable members;              // Blue members first, then Red
   std::size_t blue_count = 0;
   std::vector<TeamReason> slot_reasons;  // per slot

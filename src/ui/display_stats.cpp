@@ -1,18 +1,28 @@
 #include "ui/display_stats.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
+#include <QLocale>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
+#include <QUrl>
 #include <utility>
 
 #include "analysis/analysis_run.h"
@@ -86,8 +96,8 @@ QLabel* Heading(std::string_view text) {
   return label;
 }
 
-QListWidget* StatisticsList(const char* name) {
-  auto* list = Sized(new QListWidget);
+StatisticsList* NewStatisticsList(const char* name) {
+  auto* list = Sized(new StatisticsList);
   list->setObjectName(name);
   list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -108,6 +118,10 @@ DisplayStats::DisplayStats(Desktop& desktop, QWidget* parent)
   CreateAboutLabels(*grid);
   CreateProcessControls(*grid);
   CreateForm1();
+  CreateShortcuts();
+  CreateStatusBar();
+  SetMinimumSizeForHeadings(*grid);
+  setAcceptDrops(true);
   resize(kStartSize);
 }
 
@@ -137,22 +151,22 @@ void DisplayStats::CreateMenus() {
 }
 
 void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
-  const std::array<std::pair<QListWidget * DisplayStats::*, const char*>, StatisticsTable::kColumns> columns =
-      {{{&DisplayStats::lstName, "lstName"},
-        {&DisplayStats::lstFrags, "lstFrags"},
-        {&DisplayStats::lstDeaths, "lstDeaths"},
-        {&DisplayStats::lstSuicides, "lstSuicides"},
-        {&DisplayStats::lstFlagGrabs, "lstFlagGrabs"},
-        {&DisplayStats::lstFCDefends, "lstFCDefends"},
-        {&DisplayStats::lstFlagCaptures, "lstFlagCaptures"},
-        {&DisplayStats::lstFlagDefends, "lstFlagDefends"},
-        {&DisplayStats::lstBaseDefends, "lstBaseDefends"},
-        {&DisplayStats::lstFCKills, "lstFCKills"},
-        {&DisplayStats::lstSentKill, "lstSentKill"}}};
+  const std::array<std::pair<StatisticsList * DisplayStats::*, const char*>, StatisticsTable::kColumns>
+      columns = {{{&DisplayStats::lstName, "lstName"},
+                  {&DisplayStats::lstFrags, "lstFrags"},
+                  {&DisplayStats::lstDeaths, "lstDeaths"},
+                  {&DisplayStats::lstSuicides, "lstSuicides"},
+                  {&DisplayStats::lstFlagGrabs, "lstFlagGrabs"},
+                  {&DisplayStats::lstFCDefends, "lstFCDefends"},
+                  {&DisplayStats::lstFlagCaptures, "lstFlagCaptures"},
+                  {&DisplayStats::lstFlagDefends, "lstFlagDefends"},
+                  {&DisplayStats::lstBaseDefends, "lstBaseDefends"},
+                  {&DisplayStats::lstFCKills, "lstFCKills"},
+                  {&DisplayStats::lstSentKill, "lstSentKill"}}};
   for (int c = 0; c < static_cast<int>(columns.size()); ++c) {
     const std::string_view heading = ColumnHeading(c);
     grid.addWidget(Heading(heading), kHeadingRow, c);
-    QListWidget* list = this->*columns[c].first = StatisticsList(columns[c].second);
+    StatisticsList* list = this->*columns[c].first = NewStatisticsList(columns[c].second);
     // The five left lists share the bottom row; the six right ones reach up
     // to their headings.
     const bool left = c < kLeftColumns;
@@ -166,15 +180,21 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
   lstSentKill->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   LinkStatisticsLists(Lists());
   CreateTableMenu();
-  for (QListWidget* list : Lists()) {
+  for (StatisticsList* list : Lists()) {
     connect(list, &QListWidget::itemDoubleClicked, this,
             [this, list](QListWidgetItem* item) { ShowPlayerDetails(list->row(item)); });
+    list->installEventFilter(this);
     list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    list->addActions({mnuExportCsv, mnuExportJson});
+    list->addActions({mnuCopyTable, mnuExportCsv, mnuExportJson});
   }
 }
 
 void DisplayStats::CreateTableMenu() {
+  mnuCopyTable = new QAction("Copy table", this);
+  mnuCopyTable->setObjectName("mnuCopyTable");
+  connect(mnuCopyTable, &QAction::triggered, this, [this] {
+    if (host_) QGuiApplication::clipboard()->setText(StatisticsTableText(host_->FilledTable()));
+  });
   mnuExportCsv = new QAction("Export as CSV...", this);
   mnuExportCsv->setObjectName("mnuExportCsv");
   mnuExportJson = new QAction("Export as JSON...", this);
@@ -230,9 +250,103 @@ void DisplayStats::CreateProcessControls(QGridLayout& grid) {
   grid.addWidget(prgProgress, kProgressRow, 0, 1, kLeftColumns);
 }
 
+void DisplayStats::CreateShortcuts() {
+  mnuOpen->setShortcut(QKeySequence::Open);
+  mnuExit->setShortcut(QKeySequence("Ctrl+Q"));
+  // Mnemonics without an "&" in the captions, which stay as they are.
+  for (const auto& [keys, menu] : {std::pair{"Alt+F", mnuFile}, std::pair{"Alt+T", mnuTools}}) {
+    auto* shortcut = new QShortcut(QKeySequence(keys), this);
+    QMenu* const target = menu;
+    connect(shortcut, &QShortcut::activated, this,
+            [this, target] { menuBar()->setActiveAction(target->menuAction()); });
+  }
+}
+
+void DisplayStats::CreateStatusBar() {
+  statusSummary = new QLabel("No log analysed yet");
+  statusSummary->setObjectName("statusSummary");
+  statusSummary->setTextFormat(Qt::PlainText);
+  prgReading = new QProgressBar;
+  prgReading->setObjectName("prgReading");
+  prgReading->setRange(0, 1000);
+  prgReading->setMaximumWidth(160);
+  prgReading->hide();
+  cmdOpenReport = new QPushButton("Open report");
+  cmdOpenReport->setObjectName("cmdOpenReport");
+  cmdShowFolder = new QPushButton("Show folder");
+  cmdShowFolder->setObjectName("cmdShowFolder");
+  const auto open = [this](bool folder) {
+    const QString report = QFile::decodeName(form1_->ReportPath().c_str());
+    desktop_.OpenUrl(QUrl::fromLocalFile(folder ? QFileInfo(report).absolutePath() : report));
+  };
+  connect(cmdOpenReport, &QPushButton::clicked, this, [open] { open(false); });
+  connect(cmdShowFolder, &QPushButton::clicked, this, [open] { open(true); });
+  statusBar()->addWidget(statusSummary, 1);
+  statusBar()->addPermanentWidget(prgReading);
+  statusBar()->addPermanentWidget(cmdOpenReport);
+  statusBar()->addPermanentWidget(cmdShowFolder);
+  UpdateStatus();
+}
+
+void DisplayStats::UpdateStatus() {
+  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->LastRun() : nullptr;
+  const bool report = run && form1_->ReportWritten();
+  cmdOpenReport->setEnabled(report);
+  cmdShowFolder->setEnabled(report);
+  if (!run) return;
+  // After a Process run the table is empty by design; the status still says what was analysed.
+  const QString logs = run->files.size() == 1 ? QFileInfo(QFile::decodeName(run->files[0].c_str())).fileName()
+                                              : QString("%1 logs").arg(run->files.size());
+  QString text = QString("%1: %2 players, %3 lines")
+                     .arg(logs)
+                     .arg(run->members.size())
+                     .arg(QLocale::c().toString(static_cast<qulonglong>(run->lines_read)));
+  if (report) text += ". Report: " + QFile::decodeName(form1_->ReportPath().c_str());
+  statusSummary->setText(text);
+}
+
+void DisplayStats::SetMinimumSizeForHeadings(const QGridLayout& grid) {
+  // Column widths follow the stretches alone: the widest heading per
+  // stretch unit sets the unit.
+  int unit = 1, stretch = 0;
+  for (int c = 0; c < static_cast<int>(StatisticsTable::kColumns); ++c) {
+    const auto* heading = static_cast<const QLabel*>(grid.itemAtPosition(kHeadingRow, c)->widget());
+    const int width = heading->fontMetrics().horizontalAdvance(heading->text()) + 2 * heading->indent() + 8;
+    unit = std::max(unit, (width + grid.columnStretch(c) - 1) / grid.columnStretch(c));
+    stretch += grid.columnStretch(c);
+  }
+  setMinimumWidth(unit * stretch + grid.horizontalSpacing() * static_cast<int>(StatisticsTable::kColumns) +
+                  24);
+  setMinimumHeight(420);
+}
+
+void DisplayStats::dragEnterEvent(QDragEnterEvent* event) {
+  if (!running_ && event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void DisplayStats::dropEvent(QDropEvent* event) {
+  QStringList logs;
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (url.isLocalFile()) logs << url.toLocalFile();
+  }
+  event->acceptProposedAction();
+  // After the drop has ended: a run must not hold the program it came from.
+  QTimer::singleShot(0, this, [this, logs] { OpenLogsFromCommandLine(logs); });
+}
+
+bool DisplayStats::eventFilter(QObject* watched, QEvent* event) {
+  auto* list = dynamic_cast<StatisticsList*>(watched);
+  const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+  if (list == nullptr || key == nullptr || (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)) {
+    return QMainWindow::eventFilter(watched, event);
+  }
+  ShowPlayerDetails(list->currentRow());
+  return true;
+}
+
 void DisplayStats::CreateForm1() {
-  host_ =
-      std::make_unique<GuiHost>(desktop_, HostControls{this, &cmnFile, mnuAppend, prgProgress, cmdProcess});
+  host_ = std::make_unique<GuiHost>(
+      desktop_, HostControls{this, &cmnFile, mnuAppend, prgProgress, cmdProcess, &prgReading});
   host_->OnStatisticsFilled([this] { ShowStatistics(); });
   form1_ = std::make_unique<Form1>(*host_);
   // The details window explains every number, so the run keeps the places.
@@ -280,6 +394,7 @@ void DisplayStats::RunCommand(void (DisplayStats::*command)()) {
   }
   running_ = false;
   ShowStatistics();
+  UpdateStatus();
   if (close_pending_) close();
 }
 

@@ -12,6 +12,7 @@
 
 class QAction;
 class QGridLayout;
+class QLabel;
 class QListWidget;
 class QMenu;
 class QProgressBar;
@@ -39,12 +40,24 @@ class DisplayStats : public QMainWindow {
  protected:
   // File > Exit and the close box: Form1 goes first, then the window.
   void closeEvent(QCloseEvent* event) override;
+  // Logs dropped on the window: one as File > Open of it, several together.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  // Return on a row of the table opens that player's details.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void CreateMenus();
   void CreateStatisticsTable(QGridLayout& grid);
   void CreateAboutLabels(QGridLayout& grid);
   void CreateProcessControls(QGridLayout& grid);
+  // Keys beside the menus' own: Ctrl+O, Ctrl+Q, Alt+F, Alt+T.
+  void CreateShortcuts();
+  // What the table shows, the report and its folder, and reading progress.
+  void CreateStatusBar();
+  void UpdateStatus();
+  // The smallest size at which no heading is cut.
+  void SetMinimumSizeForHeadings(const QGridLayout& grid);
   void CreateForm1();
   // The table's context menu: the run's exports, as vantor-cli writes them.
   void CreateTableMenu();
@@ -78,20 +91,26 @@ class DisplayStats : public QMainWindow {
   QAction* mnuOptions = nullptr;
   QPushButton* cmdProcess = nullptr;
   QProgressBar* prgProgress = nullptr;
+  QAction* mnuCopyTable = nullptr;
   QAction* mnuExportCsv = nullptr;
   QAction* mnuExportJson = nullptr;
 
-  QListWidget* lstName = nullptr;
-  QListWidget* lstFrags = nullptr;
-  QListWidget* lstDeaths = nullptr;
-  QListWidget* lstSuicides = nullptr;
-  QListWidget* lstFlagGrabs = nullptr;
-  QListWidget* lstFCDefends = nullptr;
-  QListWidget* lstFlagCaptures = nullptr;
-  QListWidget* lstFlagDefends = nullptr;
-  QListWidget* lstBaseDefends = nullptr;
-  QListWidget* lstFCKills = nullptr;
-  QListWidget* lstSentKill = nullptr;
+  StatisticsList* lstName = nullptr;
+  StatisticsList* lstFrags = nullptr;
+  StatisticsList* lstDeaths = nullptr;
+  StatisticsList* lstSuicides = nullptr;
+  StatisticsList* lstFlagGrabs = nullptr;
+  StatisticsList* lstFCDefends = nullptr;
+  StatisticsList* lstFlagCaptures = nullptr;
+  StatisticsList* lstFlagDefends = nullptr;
+  StatisticsList* lstBaseDefends = nullptr;
+  StatisticsList* lstFCKills = nullptr;
+  StatisticsList* lstSentKill = nullptr;
+
+  QLabel* statusSummary = nullptr;
+  QPushButton* cmdOpenReport = nullptr;
+  QPushButton* cmdShowFolder = nullptr;
+  QProgressBar* prgReading = nullptr;
 
   QPointer<frmOptions> options_;
   std::unique_ptr<GuiHost> host_;

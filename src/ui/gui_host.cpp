@@ -71,7 +71,18 @@ void GuiHost::SetProcessCaption(std::string_view caption) {
 }
 
 void GuiHost::StatisticsFilled() {
+  filled_ = table_;
   if (on_filled_) on_filled_();
+}
+
+void GuiHost::ReadingProgress(std::uint64_t bytes_read, std::uint64_t bytes_in_log) {
+  QProgressBar* bar = *controls_.prgReading;
+  if (bar == nullptr || bytes_in_log == 0) return;
+  bar->setVisible(bytes_read < bytes_in_log);
+  bar->setValue(static_cast<int>(std::min(bytes_read, bytes_in_log) * 1000 / bytes_in_log));
+  // Reading a large log takes a while: the window is painted meanwhile,
+  // while clicks and keys wait until the run is over.
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void GuiHost::ShowMessage(std::string_view text, MessageIcon icon) {

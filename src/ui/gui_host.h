@@ -28,6 +28,7 @@ struct HostControls {
   QAction* mnuAppend;
   QProgressBar* prgProgress;
   QPushButton* cmdProcess;
+  QProgressBar* const* prgReading;  // the status bar's, made after the host
 };
 
 class GuiHost : public Host {
@@ -43,6 +44,10 @@ class GuiHost : public Host {
   void SetProgressMaximum(std::int64_t maximum) override;
   std::int64_t ProgressMaximum() const override { return maximum_; }
   void SetProgressValue(std::int64_t value) override;
+  void ReadingProgress(std::uint64_t bytes_read, std::uint64_t bytes_in_log) override;
+  // The statistics table as the tallies filled it, before a Process run
+  // emptied it again.
+  const StatisticsTable& FilledTable() const { return filled_; }
   void SetProcessCaption(std::string_view caption) override;
   StatisticsTable& Statistics() override { return table_; }
   void StatisticsFilled() override;
@@ -60,6 +65,7 @@ class GuiHost : public Host {
   HostControls controls_;
   std::int64_t maximum_;
   StatisticsTable table_;
+  StatisticsTable filled_;
   std::function<void()> on_filled_;
 };
 

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QTableWidget>
@@ -79,21 +80,18 @@ QString ExplainTeam(const RunRecord& run, const TeamReason& r) {
   const QString team = FromLogBytes(r.team);
   switch (r.kind) {
     case TeamReason::Kind::kFlagEvent:
-      return QString("%1, seeded by a %2 event%3.").arg(team, FromLogBytes(r.flag_kind), Where(run, r));
+      return QString("Plays for %1: their %2 was for %1%3.")
+          .arg(team, FromLogBytes(r.flag_kind), Where(run, r));
     case TeamReason::Kind::kPropagated:
-      return QString(
-                 "%1, from propagation pass %2: the player's first fight with another player was %3, a %4 "
-                 "member%5.")
-          .arg(team)
-          .arg(r.pass)
-          .arg(Fight(r), team == "Blue" ? "Red" : "Blue", Where(run, r));
+      return QString("Plays for %1: their first fight was %2, who plays for %3%4.")
+          .arg(team, Fight(r), team == "Blue" ? "Red" : "Blue", Where(run, r));
     case TeamReason::Kind::kNoDecidingEvent:
-      return "No team: no kill or death with another player.";
+      return "No team: they never killed or were killed by another player.";
     case TeamReason::Kind::kOpponentWithoutTeam:
-      return QString("No team: the player's first fight with another player was %1, who had no team then%2.")
+      return QString("No team: their first fight was %1, whose team was not known yet%2.")
           .arg(Fight(r), Where(run, r));
     case TeamReason::Kind::kOnlySuicides:
-      return "No team: only suicides.";
+      return "No team: they only killed themselves.";
   }
   return {};
 }
@@ -125,6 +123,11 @@ PlayerDetails::PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t s
   FillKillMatrix(matrix);
   connect(counts_, &QTableWidget::itemSelectionChanged, this, &PlayerDetails::ShowLinesOfSelectedCount);
   resize(900, 640);
+}
+
+void PlayerDetails::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close)) return void(close());
+  QWidget::keyPressEvent(event);
 }
 
 void PlayerDetails::CreateCountsTable() {
@@ -205,9 +208,14 @@ void PlayerDetails::FillKillMatrix(const std::vector<KillCount>& matrix) {
     const int r = kills_->rowCount();
     kills_->insertRow(r);
     kills_->setItem(r, 0, new QTableWidgetItem(FromLogBytes(other)));
-    kills_->setItem(r, 1, new QTableWidgetItem(QString::number(kills[other].first)));
-    kills_->setItem(r, 2, new QTableWidgetItem(QString::number(kills[other].second)));
+    for (const auto& [column, value] :
+         {std::pair{1, kills[other].first}, std::pair{2, kills[other].second}}) {
+      auto* item = new QTableWidgetItem;
+      item->setData(Qt::DisplayRole, static_cast<qlonglong>(value));  // sorted as numbers
+      kills_->setItem(r, column, item);
+    }
   }
+  kills_->setSortingEnabled(true);
 }
 
 void PlayerDetails::AddCountRow(const QString& label, std::size_t count_kind, Count value) {

@@ -23,6 +23,10 @@ class PlayerDetails : public QWidget {
  public:
   PlayerDetails(std::shared_ptr<const RunRecord> run, std::size_t slot, QWidget* parent = nullptr);
 
+ protected:
+  // Escape and Ctrl+W close the window, as they close other such windows.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void CreateCountsTable();
   void CreateKillsTable();

@@ -40,8 +40,7 @@ class FakeDesktop : public vantor::Desktop {
     }
     auto& files = dynamic_cast<QFileDialog&>(dialog);
     dialogs << QString("%1 | %2 | %3 | %4")
-                   .arg(files.windowTitle(), files.directory().absolutePath(),
-                        files.nameFilters().join(";;"))
+                   .arg(files.windowTitle(), files.directory().absolutePath(), files.nameFilters().join(";;"))
                    .arg(files.fileMode() == QFileDialog::Directory &&
                                 files.testOption(QFileDialog::ShowDirsOnly)
                             ? "folders"

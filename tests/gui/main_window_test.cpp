@@ -2,12 +2,16 @@
 // dialogs answered by FakeDesktop.
 
 #include <QAction>
+#include <QClipboard>
+#include <QDropEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QtTest>
 #include <memory>
 
@@ -260,6 +264,88 @@ class MainWindowTest : public QObject {
     // Only a window without a transient parent keeps the program running.
     QVERIFY(!Options()->windowHandle()->transientParent());
     QCOMPARE(Table(), how == "run" ? kGameTable : QList<QStringList>());
+  }
+
+  void keysDropsAndTheStatusBarSayWhatWasAnalysed() {
+    window_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    QTest::keyClick(window_.get(), Qt::Key_O, Qt::ControlModifier);  // Ctrl+O is File > Open
+    QCOMPARE(desktop_->dialogs.size(), 1);
+    QTest::keyClick(window_.get(), Qt::Key_Q, Qt::ControlModifier);  // Ctrl+Q is File > Exit
+    QVERIFY(!window_->isVisible());
+    StartWindow();
+    window_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    QTest::keyClick(window_.get(), Qt::Key_T, Qt::AltModifier);
+    QCOMPARE(window_->menuBar()->activeAction(), Find<QMenu>("mnuTools")->menuAction());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    const QString log = GameLog(), second = desktop_->dir.filePath("second.log");
+    QFile::copy(log, second);
+    const auto drop = [&](const QStringList& paths) {
+      QMimeData data;
+      QList<QUrl> urls;
+      for (const QString& p : paths) urls << QUrl::fromLocalFile(p);
+      data.setUrls(urls);
+      QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+      QApplication::sendEvent(window_.get(), &enter);
+      QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
+      QApplication::sendEvent(window_.get(), &event);
+      QCoreApplication::processEvents();  // the drop is analysed once it has ended
+    };
+    drop({log});
+    QCOMPARE(Table(), kGameTable);
+    const QString report = desktop_->dir.filePath("game.html");
+    QCOMPARE(Find<QLabel>("statusSummary")->text(), "game.log: 2 players, 7 lines. Report: " + report);
+    drop({log, second});  // together, as Append and Process: the table ends empty
+    QCOMPARE(Table(), QList<QStringList>());
+    QCOMPARE(Find<QLabel>("statusSummary")->text(),
+             "2 logs: 2 players, 14 lines. Report: " + desktop_->dir.filePath("second.html"));
+    desktop_->opened.clear();
+    Find<QPushButton>("cmdShowFolder")->click();
+    QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.path())});
+  }
+
+  void tableReadsAcrossCopiesAndExports() {
+    QByteArray log = "^7Red00 got the BLUE flag!\r\n";
+    for (int i = 1; i < 40; ++i)
+      log += QString("^7P%1 was railed by Red00\r\n").arg(i, 2, 10, QChar('0')).toLatin1();
+    QFile file(desktop_->dir.filePath("forty.log"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(log) > 0);
+    file.close();
+    Open(file.fileName());
+    auto* names = Find<QListWidget>("lstName");
+    QCOMPARE(names->count(), 43);  // 39 Blue, Totals, blank, Red00, Totals
+    for (int top : {5, names->verticalScrollBar()->maximum()}) {
+      names->verticalScrollBar()->setValue(top);
+      QCoreApplication::processEvents();  // the lists lay their rows out
+      for (const char* list : kStatisticsLists) {
+        QCOMPARE(Find<QListWidget>(list)->indexAt(QPoint(2, 2)).row(),
+                 top);  // every list shows the same top row
+      }
+    }
+    QCOMPARE(names->item(0)->foreground().color(), QColor(0, 0, 255));
+    QCOMPARE(names->item(41)->foreground().color(), QColor(255, 0, 0));
+    QVERIFY(Find<QListWidget>("lstFrags")->item(39)->font().bold());
+    QCOMPARE(Find<QListWidget>("lstFrags")->item(0)->textAlignment(), int(Qt::AlignRight | Qt::AlignVCenter));
+    for (QLabel* heading : window_->findChildren<QLabel*>()) {
+      if (kHeadings.contains(heading->text())) {
+        window_->resize(window_->minimumSize());
+        QVERIFY2(heading->width() >= heading->fontMetrics().horizontalAdvance(heading->text()),
+                 qPrintable(heading->text()));
+      }
+    }
+    Find<QAction>("mnuCopyTable")->trigger();
+    const QStringList copied = QGuiApplication::clipboard()->text().split('\n');
+    QCOMPARE(copied.size(), 45);
+    QCOMPARE(copied[0], kHeadings.join('\t'));
+    QCOMPARE(copied[42], QString("Red00\t39\t0\t0\t1\t0\t0\t0\t0\t0\t0"));
+    desktop_->answers << desktop_->dir.filePath("forty.csv") << desktop_->dir.filePath("forty.log");
+    Find<QAction>("mnuExportCsv")->trigger();
+    Find<QAction>("mnuExportJson")->trigger();  // over the log: refused, the log kept
+    QFile csv(desktop_->dir.filePath("forty.csv"));
+    QVERIFY(csv.open(QIODevice::ReadOnly) && csv.readAll().startsWith("slot,name,team,frags,"));
+    QCOMPARE(desktop_->messages.join(""), "Vantor Log Analyzer | Did not write " + file.fileName() +
+                                              ": it is the log " + file.fileName() + " of this run | 3 | OK");
   }
 };
 

@@ -26,7 +26,8 @@ const char kWorkedExample[] =
 QStringList CountRows(const QList<int>& ten, const QMap<QString, int>& weapons) {
   const QStringList labels =
       QString(
-          "Frags,Deaths,Suicides,Flag Grabs,FC Defends,Flag Captures,Flag Defends,Base Defends,FC "
+          "Frags,Deaths (suicides included),Suicides,Flag Grabs,FC Defends,Flag Captures,Flag Defends,Base "
+          "Defends,FC "
           "Kills,Sentry Kills,"
           "Marine Stats,Rocket Splash,Rocket Hit,Turret Gren,Proxy Gren,Hyperblaster,Homer,"
           "Gunner Stats,Megachaingun,Minigun,Laser Def,Shrapnel Grenade,"
@@ -123,28 +124,46 @@ class PlayerDetailsTest : public QObject {
     QCOMPARE(alpha->windowTitle(), QString("Alpha (Blue) - Vantor Log Analyzer"));
     QCOMPARE(alpha->findChild<QLabel*>("player")->text(), QString("<b>Alpha</b> (Blue)"));
     QCOMPARE(Counts(alpha), CountRows({2, 1, 0, 1, 0, 0, 0, 0, 0, 0}, {{"Railgun", 2}}));
-    QCOMPARE(alpha->findChild<QLabel*>("team")->text(),
-             QString("Blue, seeded by a Flag Grab event (worked.log, line 1: Alpha got the RED flag!)."));
+    QCOMPARE(
+        alpha->findChild<QLabel*>("team")->text(),
+        QString(
+            "Plays for Blue: their Flag Grab was for Blue (worked.log, line 1: Alpha got the RED flag!)."));
     QCOMPARE(alpha->findChild<QLabel*>("rivals")->text(),
              QString("Killed most: Charlie (1). Killed most by: Bravo (1)."));  // a tie goes to the first met
     QCOMPARE(Cells(alpha, "killMatrix"), QStringList({"Charlie|1|0", "Bravo|1|1"}));
+    alpha->findChild<QTableWidget*>("killMatrix")->sortByColumn(2, Qt::DescendingOrder);  // as a header click
+    QCOMPARE(Cells(alpha, "killMatrix"), QStringList({"Bravo|1|1", "Charlie|1|0"}));
     const QStringList railed = {"worked.log, line 4: Bravo was railed by Alpha",
                                 "worked.log, line 7: Charlie was railed by Alpha"};
     QCOMPARE(LinesOf(alpha, "Frags"), railed);
     QCOMPARE(LinesOf(alpha, "Railgun"), railed);
-    QCOMPARE(LinesOf(alpha, "Deaths"), QStringList({"worked.log, line 6: Alpha was knifed by Bravo"}));
+    QCOMPARE(LinesOf(alpha, "Deaths (suicides included)"),
+             QStringList({"worked.log, line 6: Alpha was knifed by Bravo"}));
     QCOMPARE(LinesOf(alpha, "Suicides"), QStringList());
+    QTest::keyClick(alpha, Qt::Key_Escape);
+    QVERIFY(!alpha->isVisible());
 
-    QWidget* bravo = DoubleClickRow(3);
+    // Return on a row does what a double-click does; Ctrl+W closes.
+    auto* names = window_->findChild<QListWidget*>("lstName");
+    names->setCurrentRow(3);
+    QTest::keyClick(names, Qt::Key_Return);
+    QWidget* bravo = nullptr;
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+      if (top->objectName() == "PlayerDetails" && top->isVisible()) bravo = top;
+    }
     QVERIFY(bravo);
     QCOMPARE(bravo->windowTitle(), QString("Bravo (Red) - Vantor Log Analyzer"));
     QCOMPARE(Counts(bravo), CountRows({1, 2, 1, 1, 0, 0, 0, 0, 0, 0}, {{"Knife", 1}}));
-    QCOMPARE(bravo->findChild<QLabel*>("team")->text(),
-             QString("Red, seeded by a Flag Grab event (worked.log, line 2: Bravo got the BLUE flag!)."));
+    QCOMPARE(
+        bravo->findChild<QLabel*>("team")->text(),
+        QString(
+            "Plays for Red: their Flag Grab was for Red (worked.log, line 2: Bravo got the BLUE flag!)."));
     QCOMPARE(bravo->findChild<QLabel*>("rivals")->text(),
              QString("Killed most: Alpha (1). Killed most by: Alpha (1)."));
     QCOMPARE(LinesOf(bravo, "Suicides"), QStringList({"worked.log, line 5: Bravo cratered."}));
     QCOMPARE(LinesOf(bravo, "Flag Grabs"), QStringList({"worked.log, line 2: Bravo got the BLUE flag!"}));
+    QTest::keyClick(bravo, Qt::Key_W, Qt::ControlModifier);
+    QVERIFY(!bravo->isVisible());
   }
 };
 

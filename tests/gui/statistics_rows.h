@@ -7,8 +7,8 @@
 #include <algorithm>
 
 inline const char* const kStatisticsLists[] = {
-    "lstName",      "lstFrags",        "lstDeaths",      "lstSuicides",    "lstFlagGrabs", "lstFCDefends",
-    "lstFlagCaptures", "lstFlagDefends", "lstBaseDefends", "lstFCKills", "lstSentKill"};
+    "lstName",         "lstFrags",       "lstDeaths",      "lstSuicides", "lstFlagGrabs", "lstFCDefends",
+    "lstFlagCaptures", "lstFlagDefends", "lstBaseDefends", "lstFCKills",  "lstSentKill"};
 
 inline QList<QStringList> StatisticsRows(const QWidget& window) {
   QList<QStringList> rows;
