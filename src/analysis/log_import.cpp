@@ -238,10 +238,16 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   TextFileWriter& log_output = *log_output_file;
   for (TextId row : sheet.List1.Ids()) log_output.WriteLine(sheet.List1.Pool().Text(row));
   if (sheet.KeepsPlaces()) sheet.SourceFiles.push_back(file_name);
-  KeptLines kept(sheet.List1, log_output, sheet.KeepsPlaces() ? sheet.SourceFiles.size() - 1 : 0);
   PhysicalLines numbers;
+  const std::size_t file = sheet.KeepsPlaces() ? sheet.SourceFiles.size() - 1 : 0;
+  KeptLines kept(sheet.List1, log_output, file);
+  std::uint64_t last_number = 0;
   const bool read_all = text.ForEachLine([&](std::string_view line, char end) {
-    const std::uint64_t number = numbers.Number(line, end);
+    const std::uint64_t number = last_number = numbers.Number(line, end);
+    if (sheet.KeepsPlaces()) {
+      if (const auto marker = MatchMarkerOf(line))
+        sheet.Markers.push_back({SourceLine::At(file, number), *marker});
+    }
     switch (ClassifyLogLine(line)) {
       case LineFate::kKept:
         kept.Add(line, number);
@@ -259,6 +265,8 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   });
   const int read_error = errno;
   kept.Finish();
+  if (sheet.KeepsPlaces())
+    sheet.Markers.push_back({SourceLine::At(file, last_number + 1), kMatchMarkers.size()});
   if (!read_all) host.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
   log_output.WriteLine("");
   Report(host, ignored.Commit());

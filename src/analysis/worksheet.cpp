@@ -9,6 +9,7 @@ void Worksheet::Empty() {
     list->Rebind(pool);
   }
   SourceFiles.clear();
+  Markers.clear();
 }
 
 void Worksheet::KeepPlaces(bool keep) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/match_markers.h"
 #include "analysis/worksheet_list.h"
 
 namespace vantor {
@@ -26,6 +27,9 @@ struct Worksheet {
 
   // The logs of the run, by SourceLine::file; kept with the places.
   std::vector<std::string> SourceFiles;
+  // Where the matches of the run begin and end, in log order; kept with
+  // the places, since a match is a stretch of them.
+  MarkerPlaces Markers;
 
   Worksheet() { Empty(); }
 

@@ -15,6 +15,7 @@ std::optional<std::string>* ValueOption(CliOptions& o, std::string_view name) {
   if (name == "--side-dir") return &o.side_dir;
   if (name == "--json") return &o.json;
   if (name == "--csv") return &o.csv;
+  if (name == "--summary") return &o.summary;
   return nullptr;
 }
 
@@ -36,7 +37,8 @@ std::string Problem(const CliOptions& o) {
     if (*dir && (*dir)->empty())
       return std::string("option '") + name + "' needs a directory, not an empty value";
   }
-  for (const auto& [name, file] : {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}}) {
+  for (const auto& [name, file] :
+       {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}, std::pair{"--summary", &o.summary}}) {
     if (*file && (*file)->empty())
       return std::string("option '") + name + "' needs a file, not an empty value";
   }

@@ -1,7 +1,8 @@
 #pragma once
 // The command line of vantor-cli:
 //   vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]
-//              [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]
+//              [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]
+//              LOG [LOG ...]
 
 #include <optional>
 #include <string>
@@ -14,6 +15,7 @@ struct CliOptions {
   std::optional<std::string> side_dir;    // where the side files go
   std::optional<std::string> json;        // export file, JSON
   std::optional<std::string> csv;         // export file, CSV
+  std::optional<std::string> summary;     // the evening summary, HTML
   bool unknown_summary = false;
   bool table = false;
   bool open = false;

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -27,7 +28,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
-    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
+    "                  [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
+    "                  LOG [LOG ...]\n";
 
 constexpr const char* kHelp =
     "Analyse team capture-the-flag console logs into per-player statistics and\n"
@@ -50,6 +52,9 @@ constexpr const char* kHelp =
     "  --csv FILE        also write one row per member as CSV (UTF-8; '-':\n"
     "                    standard output)\n"
     "  --unknown-summary print the most frequent shapes of unrecognised lines\n"
+    "  --summary FILE    also write the evening as one self-contained HTML page:\n"
+    "                    the matches and their winners, every player's evening,\n"
+    "                    awards, who killed whom, kills by weapon, timelines\n"
     "  --help            show this help and exit\n"
     "  --version         show the version and exit\n"
     "\n"
@@ -92,8 +97,8 @@ std::optional<std::string> ExportPath(const std::optional<std::string>& value) {
 }
 
 void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
-  // The lines behind the counts only matter to the exports.
-  form.KeepPlaces(options.json || options.csv);
+  // The lines behind the counts, and the matches, only matter to the exports.
+  form.KeepPlaces(options.json || options.csv || options.summary);
   // Every log is known before the first is read: no side file of the
   // first may replace a later one.
   for (const std::string& log : options.logs) form.plan.Declare(vantor::ResolvedLogPath(log));
@@ -112,6 +117,14 @@ void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::F
   }
 }
 
+// Now, as the summary's header shows the date of the run.
+std::string RunDate() {
+  const std::time_t now = std::time(nullptr);
+  char text[32];
+  std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", std::localtime(&now));
+  return text;
+}
+
 // Whether what was printed on standard output so far reached it; a short
 // or failed write is said.
 bool Delivered() {
@@ -127,7 +140,8 @@ bool PrintResults(const vantor::CliOptions& options, vantor::CliHost& host, vant
   // The table goes out before an export sent to standard output.
   if (!Delivered()) return false;
   if (const auto run = form.LastRun()) {
-    vantor::WriteRunOutputs({ExportPath(options.json), ExportPath(options.csv), options.unknown_summary},
+    vantor::WriteRunOutputs({ExportPath(options.json), ExportPath(options.csv), options.unknown_summary,
+                             options.summary, RunDate()},
                             *run, form.plan, host, std::cout);
   }
   return Delivered();

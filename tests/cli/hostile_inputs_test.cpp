@@ -64,7 +64,8 @@ const std::string kOddName = "<b>&amp;\"Q'\x80\xe9\xff";
 const std::string kCratered = "^7A cratered.\r\n";
 const std::string kUsageTail =
     "Usage: vantor-cli [--output-dir DIR] [--side-dir DIR] [--table] [--open] [--quiet]\n"
-    "                  [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n"
+    "                  [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
+    "                  LOG [LOG ...]\n"
     "Try 'vantor-cli --help' for more information.\n";
 
 struct Hostile {
