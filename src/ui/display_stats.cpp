@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -21,6 +22,7 @@
 #include "analysis/run_lock.h"
 #include "report/report_path.h"
 #include "report/run_outputs.h"
+#include "report/summary_report.h"
 #include "stats/counts.h"
 #include "ui/command_lock.h"
 #include "ui/desktop.h"
@@ -170,7 +172,7 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
     connect(list, &QListWidget::itemDoubleClicked, this,
             [this, list](QListWidgetItem* item) { ShowPlayerDetails(list->row(item)); });
     list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    list->addActions({mnuExportCsv, mnuExportJson});
+    list->addActions({mnuExportCsv, mnuExportJson, mnuOpenSummary});
   }
 }
 
@@ -181,6 +183,25 @@ void DisplayStats::CreateTableMenu() {
   mnuExportJson->setObjectName("mnuExportJson");
   connect(mnuExportCsv, &QAction::triggered, this, [this] { ExportRun(ExportFormat::kCsv); });
   connect(mnuExportJson, &QAction::triggered, this, [this] { ExportRun(ExportFormat::kJson); });
+  mnuOpenSummary = new QAction("Open summary", this);
+  mnuOpenSummary->setObjectName("mnuOpenSummary");
+  connect(mnuOpenSummary, &QAction::triggered, this, &DisplayStats::OpenSummary);
+}
+
+// The evening's summary, written beside the report ("game.html" gives
+// "game-summary.html") and handed to the desktop.
+void DisplayStats::OpenSummary() {
+  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->LastRun() : nullptr;
+  if (!run || running_ || !form1_->ReportWritten()) return;
+  const std::string path = SummaryPathFor(form1_->ReportPath());
+  OutputPlan plan;
+  for (const std::string& log : run->files) plan.Declare(log);
+  plan.Check("report", form1_->ReportPath());
+  const auto refusal = plan.Check("summary", path);
+  const std::string date = QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm").toStdString();
+  const IoResult result = refusal ? IoResult{false, *refusal} : WriteSummaryFile(path, *run, date);
+  if (!result.ok) return host_->ShowMessage(result.message, MessageIcon::kCritical);
+  host_->OpenDocument(path);
 }
 
 void DisplayStats::ExportRun(ExportFormat format) {
@@ -280,6 +301,8 @@ void DisplayStats::RunCommand(void (DisplayStats::*command)()) {
   }
   running_ = false;
   ShowStatistics();
+  if (form1_ && form1_->LastRun() && form1_->ReportWritten())
+    statusBar()->showMessage("The evening's matches and awards: right-click the table, Open summary");
   if (close_pending_) close();
 }
 

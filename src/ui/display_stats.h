@@ -49,6 +49,7 @@ class DisplayStats : public QMainWindow {
   // The table's context menu: the run's exports, as vantor-cli writes them.
   void CreateTableMenu();
   void ExportRun(ExportFormat format);
+  void OpenSummary();
 
   // The commands.
   void OpenLog();
@@ -80,6 +81,7 @@ class DisplayStats : public QMainWindow {
   QProgressBar* prgProgress = nullptr;
   QAction* mnuExportCsv = nullptr;
   QAction* mnuExportJson = nullptr;
+  QAction* mnuOpenSummary = nullptr;
 
   QListWidget* lstName = nullptr;
   QListWidget* lstFrags = nullptr;
