@@ -66,7 +66,7 @@ void Form1::GetIndivStats() {
   host_.SetProgressValue(maximum * 8 / 10);
   FillStatisticsTable(tally, nB, host_.Statistics());
   host_.StatisticsFilled();
-  last_run_ = RecordRun(*this, Events(), tally, reasons, UncountedEvents(*this));
+  last_run_ = RecordRun(*this, Events(), tally, reasons, UncountedEvents(*this), propagation_pass_);
   events_.reset();  // the counted events have left the lists
   OutputToHTML(nB, nR);
   host_.SetProgressValue(maximum * 9 / 10);

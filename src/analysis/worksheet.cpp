@@ -10,6 +10,7 @@ void Worksheet::Empty() {
   }
   SourceFiles.clear();
   LinesRead = 0;
+  Markers.clear();
 }
 
 void Worksheet::KeepPlaces(bool keep) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/match_markers.h"
 #include "analysis/worksheet_list.h"
 
 namespace vantor {
@@ -29,6 +30,9 @@ struct Worksheet {
   std::vector<std::string> SourceFiles;
   // The lines of the logs imported so far, as a text editor numbers them.
   std::uint64_t LinesRead = 0;
+  // Where the matches of the run begin and end, in log order; kept with
+  // the places, since a match is a stretch of them.
+  MarkerPlaces Markers;
 
   Worksheet() { Empty(); }
 

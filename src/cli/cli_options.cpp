@@ -25,6 +25,7 @@ void Declare(CLI::App& app, CliOptions& o) {
   app.add_option("--json", o.json);
   app.add_option("--csv", o.csv);
   app.add_flag("--unknown-summary", o.unknown_summary);
+  app.add_option("--summary", o.summary);
   app.add_option("LOG", o.logs);
 }
 
@@ -55,7 +56,8 @@ std::string Problem(const CliOptions& o) {
       return std::string("option '") + name + "' needs a directory, not an empty value";
   }
   for (const auto& [name, file] :
-       {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}, std::pair{"--report", &o.report}}) {
+       {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}, std::pair{"--report", &o.report},
+        std::pair{"--summary", &o.summary}}) {
     if (*file && (*file)->empty())
       return std::string("option '") + name + "' needs a file, not an empty value";
   }

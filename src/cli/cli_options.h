@@ -1,7 +1,7 @@
 #pragma once
 // The command line of vantor-cli, parsed with CLI11:
 //   vantor-cli [-o DIR] [--side-dir DIR] [--no-side-files] [--report FILE] [-t] [--open] [-q]
-//              [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]
+//              [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE] LOG [LOG ...]
 
 #include <optional>
 #include <string>
@@ -16,6 +16,7 @@ struct CliOptions {
   std::optional<std::string> report;      // the report's path instead of the derived one
   std::optional<std::string> json;        // export file, JSON ("-": standard output)
   std::optional<std::string> csv;         // export file, CSV ("-": standard output)
+  std::optional<std::string> summary;     // the evening summary, HTML
   bool unknown_summary = false;
   bool table = false;
   bool open = false;

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -29,7 +30,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
-    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
+    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
+    "                  LOG [LOG ...]\n";
 
 constexpr const char* kHelp =
     "Analyse team capture-the-flag console logs into per-player statistics and\n"
@@ -54,6 +56,9 @@ constexpr const char* kHelp =
     "  --csv FILE        also write one row per member as CSV (UTF-8; '-':\n"
     "                    standard output)\n"
     "  --unknown-summary print the most frequent shapes of unrecognised lines\n"
+    "  --summary FILE    also write the evening as one self-contained HTML page:\n"
+    "                    the matches and their winners, every player's evening,\n"
+    "                    awards, who killed whom, kills by weapon, timelines\n"
     "  -h, --help        show this help and exit\n"
     "  -V, --version     show the version and exit\n"
     "\n"
@@ -104,8 +109,8 @@ std::uint64_t SizeOf(const std::string& path) {
 }
 
 void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
-  // The lines behind the counts only matter to the exports.
-  form.KeepPlaces(options.json || options.csv);
+  // The lines behind the counts, and the matches, only matter to the exports.
+  form.KeepPlaces(options.json || options.csv || options.summary);
   form.write_side_files = !options.no_side_files;
   if (options.report) form.report_override = *options.report;
   std::uint64_t total = 0, before = 0;
@@ -130,6 +135,14 @@ void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::F
   }
 }
 
+// Now, as the summary's header shows the date of the run.
+std::string RunDate() {
+  const std::time_t now = std::time(nullptr);
+  char text[32];
+  std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", std::localtime(&now));
+  return text;
+}
+
 // Whether what was printed on standard output so far reached it; a short
 // or failed write is said.
 bool Delivered() {
@@ -145,7 +158,8 @@ bool PrintResults(const vantor::CliOptions& options, vantor::CliHost& host, vant
   // The table goes out before an export sent to standard output.
   if (!Delivered()) return false;
   if (const auto run = form.LastRun()) {
-    vantor::WriteRunOutputs({ExportPath(options.json), ExportPath(options.csv), options.unknown_summary},
+    vantor::WriteRunOutputs({ExportPath(options.json), ExportPath(options.csv), options.unknown_summary,
+                             options.summary, RunDate()},
                             *run, form.plan, host, std::cout);
   }
   return Delivered();

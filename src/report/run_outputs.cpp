@@ -7,66 +7,12 @@
 #include <sstream>
 
 #include "analysis/text_ops.h"
+#include "report/summary_report.h"
 #include "report/windows1252.h"
-#include "stats/provenance.h"
 
 namespace vantor {
 
 namespace {
-
-// A JSON string of UTF-8 text.
-std::string JsonString(std::string_view utf8) {
-  std::string out = "\"";
-  for (const char c : utf8) {
-    if (c == '"' || c == '\\') {
-      out += '\\';
-      out += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      static const char* const kHex = "0123456789abcdef";
-      out += "\\u00";
-      out += kHex[(c >> 4) & 0xF];
-      out += kHex[c & 0xF];
-    } else {
-      out += c;
-    }
-  }
-  return out + "\"";
-}
-
-// A JSON string of a name or other text from a log (Windows-1252).
-std::string JsonText(std::string_view log_bytes) { return JsonString(Cp1252ToUtf8(log_bytes)); }
-
-constexpr const char* kReasonKinds[] = {"flag_event", "propagated", "no_deciding_event",
-                                        "opponent_without_team", "only_suicides"};
-
-std::string JsonReason(const TeamReason& r) {
-  std::ostringstream out;
-  out << "{\"kind\": \"" << kReasonKinds[static_cast<int>(r.kind)] << "\"";
-  if (!r.team.empty()) out << ", \"team\": " << JsonString(r.team);
-  if (r.kind == TeamReason::Kind::kFlagEvent) out << ", \"flag_kind\": " << JsonString(r.flag_kind);
-  if (r.kind == TeamReason::Kind::kPropagated) out << ", \"pass\": " << r.pass;
-  if (r.kind == TeamReason::Kind::kPropagated || r.kind == TeamReason::Kind::kOpponentWithoutTeam) {
-    out << ", \"other\": " << JsonText(r.other) << ", \"as_killer\": " << (r.as_killer ? "true" : "false");
-  }
-  if (r.line) out << ", \"log\": " << r.line->file << ", \"line\": " << r.line->line;
-  out << "}";
-  return out.str();
-}
-
-void WriteMember(std::ostream& out, const RunRecord& run, std::size_t slot) {
-  const PlayerTally& t = run.members[slot];
-  out << "    {\"slot\": " << slot + 1 << ", \"name\": " << JsonText(t.strPlayerName) << ", \"team\": \""
-      << run.TeamOf(slot) << "\",\n     \"counts\": {";
-  for (std::size_t k = 0; k < kCounts.size(); ++k) {
-    out << (k ? ", " : "") << "\"" << kCounts[k].export_name << "\": " << t.*kCounts[k].field;
-  }
-  out << "},\n     \"weapons\": {";
-  for (std::size_t w = 0; w < kWeaponCount; ++w) {
-    out << (w ? ", " : "") << JsonString(kWeaponTable[w].method_name) << ": " << t.weapons[w];
-  }
-  out << "},\n     \"team_reason\": "
-      << (slot < run.slot_reasons.size() ? JsonReason(run.slot_reasons[slot]) : "null") << "}";
-}
 
 // A CSV field, quoted when it holds a comma, a quote or a line end. A text
 // a spreadsheet would take for a formula (=, +, -, @, or a tab or CR
@@ -98,30 +44,6 @@ std::string ShapeOf(std::string_view line, const std::vector<std::string>& names
 }
 
 }  // namespace
-
-void WriteJsonExport(std::ostream& out, const RunRecord& run) {
-  out << "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n  \"version\": " << kJsonExportVersion
-      << ",\n  \"logs\": [";
-  for (std::size_t i = 0; i < run.files.size(); ++i)
-    out << (i ? ", " : "") << JsonString(PathToUtf8(run.files[i]));
-  out << "],\n  \"unknown_lines\": " << run.events.unknown.Count() << ",\n  \"members\": [\n";
-  for (std::size_t s = 0; s < run.members.size(); ++s) {
-    WriteMember(out, run, s);
-    out << (s + 1 < run.members.size() ? ",\n" : "\n");
-  }
-  out << "  ],\n  \"non_members\": [";
-  for (std::size_t i = 0; i < run.non_members.size(); ++i) {
-    out << (i ? "," : "") << "\n    {\"name\": " << JsonText(run.non_members[i].name)
-        << ", \"team_reason\": " << JsonReason(run.non_members[i].reason) << "}";
-  }
-  out << (run.non_members.empty() ? "" : "\n  ") << "],\n  \"kill_matrix\": [";
-  const std::vector<KillCount> matrix = KillMatrix(run);
-  for (std::size_t i = 0; i < matrix.size(); ++i) {
-    out << (i ? "," : "") << "\n    {\"killer\": " << JsonText(matrix[i].killer)
-        << ", \"victim\": " << JsonText(matrix[i].victim) << ", \"kills\": " << matrix[i].kills << "}";
-  }
-  out << (matrix.empty() ? "" : "\n  ") << "]\n}\n";
-}
 
 void WriteCsvExport(std::ostream& out, const RunRecord& run) {
   out << "slot,name,team";
@@ -212,6 +134,12 @@ void WriteRunOutputs(const RunOutputs& outputs, const RunRecord& run, OutputPlan
   };
   write(ExportFormat::kJson, outputs.json);
   write(ExportFormat::kCsv, outputs.csv);
+  if (outputs.summary) {
+    const auto refusal = plan.Check("summary", *outputs.summary);
+    const IoResult result =
+        refusal ? IoResult{false, *refusal} : WriteSummaryFile(*outputs.summary, run, outputs.run_date);
+    if (!result.ok) host.ShowMessage(result.message, MessageIcon::kCritical);
+  }
   if (!outputs.unknown_summary) return;
   summary_out << "Unrecognised lines, most frequent shapes first (count, shape):\n";
   for (const std::string& line : UnknownLineShapes(run, 20)) summary_out << line << "\n";

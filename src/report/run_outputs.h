@@ -3,7 +3,8 @@
 // exports for league sites and spreadsheets, JSON (every member
 // slot with its team, counts, weapon counts and team explanation, the
 // players without a team, the kill matrix, the count of unrecognised
-// lines; the schema is docs/json-schema.md) and CSV (one row per member
+// lines, the matches with their teams, scores, winners and awards, the
+// evening of every player; the schema is docs/json-schema.md) and CSV (one row per member
 // slot, RFC 4180). Both are UTF-8, names decoded from Windows-1252.
 
 #include <optional>
@@ -19,7 +20,7 @@
 
 namespace vantor {
 
-inline constexpr int kJsonExportVersion = 1;
+inline constexpr int kJsonExportVersion = 2;
 
 void WriteJsonExport(std::ostream& out, const RunRecord& run);
 void WriteCsvExport(std::ostream& out, const RunRecord& run);
@@ -40,9 +41,11 @@ IoResult WriteExportFile(ExportFormat format, const RunRecord& run, const std::s
 
 // The outputs a user asked for after a run.
 struct RunOutputs {
-  std::optional<std::string> json;  // path of the JSON export
-  std::optional<std::string> csv;   // path of the CSV export
-  bool unknown_summary = false;     // the most frequent unknown line shapes, to summary_out
+  std::optional<std::string> json;     // path of the JSON export
+  std::optional<std::string> csv;      // path of the CSV export
+  bool unknown_summary = false;        // the most frequent unknown line shapes, to summary_out
+  std::optional<std::string> summary;  // path of the evening summary (HTML)
+  std::string run_date;                // when the run was made, for the summary's header
 };
 
 // Writes what outputs asks for; a failed write is shown through host and

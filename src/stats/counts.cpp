@@ -12,6 +12,12 @@ std::string CountName(CountKind kind) {
   return std::string(kCounts[Index(kind)].export_name);
 }
 
+CountValues ValuesOf(const PlayerTally& slot) {
+  CountValues values{};
+  for (std::size_t k = 0; k < kCounts.size(); ++k) values[k] = slot.*kCounts[k].field;
+  return values;
+}
+
 Count CountOf(const PlayerTally& slot, CountKind kind) {
   if (const auto weapon = WeaponOf(kind)) return slot.weapons[Index(*weapon)];
   return slot.*kCounts[Index(kind)].field;

@@ -68,6 +68,10 @@ inline constexpr std::string_view ColumnHeading(std::size_t column) {
 // The weapon of a weapon count; none for the ten.
 std::optional<Weapon> WeaponOf(CountKind kind);
 
+// The ten counts of a slot, in the order of kCounts.
+using CountValues = std::array<Count, kCounts.size()>;
+CountValues ValuesOf(const PlayerTally& slot);
+
 // The export name of a count: a row's export_name, or the weapon's method name.
 std::string CountName(CountKind kind);
 // The slot's value of that count in the tally table.

@@ -12,7 +12,6 @@ namespace vantor {
 namespace {
 
 using Column = StatisticsTable::Column;
-using CountValues = std::array<Count, kCounts.size()>;
 
 // Per pool id of the worksheet: whether the name stands in either team.
 std::vector<bool> AllMembers(const WorksheetList& blue, const WorksheetList& red) {
@@ -54,12 +53,6 @@ void CountFlags(const EventIndex& events, PlayerTally& slot, std::string& colour
     slot.*count.field = flags.counts[Index(*count.flag)];
     if (!flags.colours[Index(*count.flag)].empty()) colour = flags.colours[Index(*count.flag)];
   }
-}
-
-CountValues ValuesOf(const PlayerTally& t) {
-  CountValues values{};
-  for (std::size_t c = 0; c < kCounts.size(); ++c) values[c] = t.*kCounts[c].field;
-  return values;
 }
 
 void AppendRow(StatisticsTable& table, std::string_view name, const CountValues& counts) {

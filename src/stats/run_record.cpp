@@ -45,7 +45,7 @@ void TakeKillEvents(Worksheet& sheet, CountedEvents& e, const std::vector<bool>&
 
 std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events,
                                            const TallyTable& tally, const TeamReasons& reasons,
-                                           const std::vector<bool>& keep) {
+                                           const std::vector<bool>& keep, int passes) {
   auto run = std::make_shared<RunRecord>();
   run->files = sheet.SourceFiles;
   run->lines_read = sheet.LinesRead;
@@ -60,6 +60,8 @@ std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& e
   e.flag_action = sheet.List6;
   e.destroyer = sheet.List10;
   e.unknown = sheet.List1;
+  run->markers = sheet.Markers;
+  run->passes = passes;
   return run;
 }
 

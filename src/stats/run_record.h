@@ -37,6 +37,8 @@ struct RunRecord {
   };
   std::vector<NonMember> non_members;  // roster players in neither team, in roster order
   CountedEvents events;
+  MarkerPlaces markers;  // where matches begin and end (with the places)
+  int passes = 0;        // the propagation passes of team assignment in this run
 
   const std::string& Text(TextId id) const { return events.killer.Pool().Text(id); }
   std::string TeamOf(std::size_t slot) const { return slot < blue_count ? "Blue" : "Red"; }
@@ -47,9 +49,10 @@ struct RunRecord {
 // Records what the counting of sheet's members gave: the kill events move
 // into the record as counted, and only the rows keep marks are put back
 // into List2..List4, the same rows in the same order as removing the
-// counted ones would leave. The other lists are copied.
+// counted ones would leave. The other lists and the markers are copied;
+// passes is how many propagation passes the run made.
 std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events,
                                            const TallyTable& tally, const TeamReasons& reasons,
-                                           const std::vector<bool>& keep);
+                                           const std::vector<bool>& keep, int passes);
 
 }  // namespace vantor

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QDateTime>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -31,6 +32,7 @@
 #include "analysis/run_lock.h"
 #include "report/report_path.h"
 #include "report/run_outputs.h"
+#include "report/summary_report.h"
 #include "stats/counts.h"
 #include "ui/command_lock.h"
 #include "ui/desktop.h"
@@ -185,7 +187,7 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
             [this, list](QListWidgetItem* item) { ShowPlayerDetails(list->row(item)); });
     list->installEventFilter(this);
     list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    list->addActions({mnuCopyTable, mnuExportCsv, mnuExportJson});
+    list->addActions({mnuCopyTable, mnuExportCsv, mnuExportJson, mnuOpenSummary});
   }
 }
 
@@ -201,6 +203,25 @@ void DisplayStats::CreateTableMenu() {
   mnuExportJson->setObjectName("mnuExportJson");
   connect(mnuExportCsv, &QAction::triggered, this, [this] { ExportRun(ExportFormat::kCsv); });
   connect(mnuExportJson, &QAction::triggered, this, [this] { ExportRun(ExportFormat::kJson); });
+  mnuOpenSummary = new QAction("Open summary", this);
+  mnuOpenSummary->setObjectName("mnuOpenSummary");
+  connect(mnuOpenSummary, &QAction::triggered, this, &DisplayStats::OpenSummary);
+}
+
+// The evening's summary, written beside the report ("game.html" gives
+// "game-summary.html") and handed to the desktop.
+void DisplayStats::OpenSummary() {
+  const std::shared_ptr<const RunRecord> run = form1_ ? form1_->LastRun() : nullptr;
+  if (!run || running_ || !form1_->ReportWritten()) return;
+  const std::string path = SummaryPathFor(form1_->ReportPath());
+  OutputPlan plan;
+  for (const std::string& log : run->files) plan.Declare(log);
+  plan.Check("report", form1_->ReportPath());
+  const auto refusal = plan.Check("summary", path);
+  const std::string date = QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm").toStdString();
+  const IoResult result = refusal ? IoResult{false, *refusal} : WriteSummaryFile(path, *run, date);
+  if (!result.ok) return host_->ShowMessage(result.message, MessageIcon::kCritical);
+  host_->OpenDocument(path);
 }
 
 void DisplayStats::ExportRun(ExportFormat format) {
@@ -275,6 +296,9 @@ void DisplayStats::CreateStatusBar() {
   cmdOpenReport->setObjectName("cmdOpenReport");
   cmdShowFolder = new QPushButton("Show folder");
   cmdShowFolder->setObjectName("cmdShowFolder");
+  cmdOpenSummary = new QPushButton("Open summary");
+  cmdOpenSummary->setObjectName("cmdOpenSummary");
+  connect(cmdOpenSummary, &QPushButton::clicked, this, &DisplayStats::OpenSummary);
   const auto open = [this](bool folder) {
     const QString report = QFile::decodeName(form1_->ReportPath().c_str());
     desktop_.OpenUrl(QUrl::fromLocalFile(folder ? QFileInfo(report).absolutePath() : report));
@@ -285,6 +309,7 @@ void DisplayStats::CreateStatusBar() {
   statusBar()->addPermanentWidget(prgReading);
   statusBar()->addPermanentWidget(cmdOpenReport);
   statusBar()->addPermanentWidget(cmdShowFolder);
+  statusBar()->addPermanentWidget(cmdOpenSummary);
   UpdateStatus();
 }
 
@@ -293,6 +318,7 @@ void DisplayStats::UpdateStatus() {
   const bool report = run && form1_->ReportWritten();
   cmdOpenReport->setEnabled(report);
   cmdShowFolder->setEnabled(report);
+  cmdOpenSummary->setEnabled(report);
   if (!run) return;
   // After a Process run the table is empty by design; the status still says what was analysed.
   const QString logs = run->files.size() == 1 ? QFileInfo(QFile::decodeName(run->files[0].c_str())).fileName()

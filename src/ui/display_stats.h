@@ -62,6 +62,7 @@ class DisplayStats : public QMainWindow {
   // The table's context menu: the run's exports, as vantor-cli writes them.
   void CreateTableMenu();
   void ExportRun(ExportFormat format);
+  void OpenSummary();
 
   // The commands.
   void OpenLog();
@@ -94,6 +95,7 @@ class DisplayStats : public QMainWindow {
   QAction* mnuCopyTable = nullptr;
   QAction* mnuExportCsv = nullptr;
   QAction* mnuExportJson = nullptr;
+  QAction* mnuOpenSummary = nullptr;
 
   StatisticsList* lstName = nullptr;
   StatisticsList* lstFrags = nullptr;
@@ -110,6 +112,7 @@ class DisplayStats : public QMainWindow {
   QLabel* statusSummary = nullptr;
   QPushButton* cmdOpenReport = nullptr;
   QPushButton* cmdShowFolder = nullptr;
+  QPushButton* cmdOpenSummary = nullptr;
   QProgressBar* prgReading = nullptr;
 
   QPointer<frmOptions> options_;

@@ -32,17 +32,22 @@ TEST(VantorCliTerminal, ProgressBarOnATerminalOnlyAndNeverWithQuiet) {
   const std::string run = std::string(VANTOR_CLI) + " --side-dir " + dir.path().string() + " --output-dir " +
                           dir.path().string() + " " + (dir / "game.log");
   const std::string shown = OnTerminal(run, dir);
-  EXPECT_NE(shown.find("\r\033[Kvantor-cli: [..............................] 0% reading game.log"), std::string::npos)
+  EXPECT_NE(shown.find("\r\033[Kvantor-cli: [..............................] 0% reading game.log"),
+            std::string::npos)
       << shown;
-  EXPECT_NE(shown.find("\r\033[Kvantor-cli: [##############################] 100% analysing"), std::string::npos);
+  EXPECT_NE(shown.find("\r\033[Kvantor-cli: [##############################] 100% analysing"),
+            std::string::npos);
   // The bar is wiped before the last line.
-  EXPECT_TRUE(shown.ends_with("\r\033[Kvantor-cli: report written to " + dir / "game.html" + "\r\n")) << shown;
+  EXPECT_TRUE(shown.ends_with("\r\033[Kvantor-cli: report written to " + dir / "game.html" + "\r\n"))
+      << shown;
   EXPECT_EQ(OnTerminal(run + " --quiet", dir), "");
-  EXPECT_EQ(OnTerminal("TERM=dumb " + run, dir),
-            "vantor-cli: 0% reading game.log\r\nvantor-cli: 80% reading game.log\r\nvantor-cli: 80% analysing\r\n"
-            "vantor-cli: 90% analysing\r\nvantor-cli: 100% analysing\r\nvantor-cli: report written to " +
-                dir / "game.html" + "\r\n");
-  const Outcome piped = RunProgram(VANTOR_CLI, {"-q", "--side-dir", dir.path(), "-o", dir.path(), dir / "game.log"});
+  EXPECT_EQ(
+      OnTerminal("TERM=dumb " + run, dir),
+      "vantor-cli: 0% reading game.log\r\nvantor-cli: 80% reading game.log\r\nvantor-cli: 80% analysing\r\n"
+      "vantor-cli: 90% analysing\r\nvantor-cli: 100% analysing\r\nvantor-cli: report written to " +
+          dir / "game.html" + "\r\n");
+  const Outcome piped =
+      RunProgram(VANTOR_CLI, {"-q", "--side-dir", dir.path(), "-o", dir.path(), dir / "game.log"});
   EXPECT_EQ(piped.err, "");
   EXPECT_EQ(piped.status, 0);
 }
@@ -62,16 +67,19 @@ TEST(VantorCliTerminal, InstalledCopySendsSideFilesToTheUsersStateDirectoryOnceS
   const std::vector<std::string> args = {"--output-dir", out, dir / "game.log"};
   const Outcome first = RunProgram(bin + "/vantor-cli", args, {".", true});
   const Outcome second = RunProgram(bin + "/vantor-cli", args, {".", true});
-  const Outcome quiet = RunProgram(bin + "/vantor-cli", {"--quiet", "--output-dir", out, dir / "game.log"}, {".", true});
+  const Outcome quiet =
+      RunProgram(bin + "/vantor-cli", {"--quiet", "--output-dir", out, dir / "game.log"}, {".", true});
   ::unsetenv("XDG_STATE_HOME");
   const std::string side = data + "/vantor-log-analyzer";
   const std::string report = "vantor-cli: report written to " + out + "/game.html\n";
-  EXPECT_EQ(first.err, "vantor-cli: Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to " +
-                           side + ".\n" + report);
+  EXPECT_EQ(first.err,
+            "vantor-cli: Side files (logoutput.txt, ignored.txt, chat.txt, unknown.txt) are written to " +
+                side + ".\n" + report);
   EXPECT_EQ(first.status, 0);
   EXPECT_EQ(second.err, report);
   EXPECT_EQ(quiet.err, "");
-  EXPECT_EQ(ReadBytes(side + "/logoutput.txt"), "Alpha got the BLUE flag!\r\nBravo was railed by Alpha\r\n\r\n");
+  EXPECT_EQ(ReadBytes(side + "/logoutput.txt"),
+            "Alpha got the BLUE flag!\r\nBravo was railed by Alpha\r\n\r\n");
   EXPECT_TRUE(fs::exists(side + "/unknown.txt"));
   EXPECT_FALSE(fs::exists(bin + "/logoutput.txt"));
 }

@@ -20,7 +20,8 @@ Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".
 
 constexpr char kUsage[] =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
-    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n";
+    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
+    "                  LOG [LOG ...]\n";
 
 std::string UsageError(const std::string& what) {
   return "vantor-cli: " + what + "\n" + kUsage + "Try 'vantor-cli --help' for more information.\n";

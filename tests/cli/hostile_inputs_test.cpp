@@ -64,7 +64,8 @@ const std::string kOddName = "<b>&amp;\"Q'\x80\xe9\xff";
 const std::string kCratered = "^7A cratered.\r\n";
 const std::string kUsageTail =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
-    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] LOG [LOG ...]\n"
+    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
+    "                  LOG [LOG ...]\n"
     "Try 'vantor-cli --help' for more information.\n";
 
 struct Hostile {
@@ -74,7 +75,7 @@ struct Hostile {
   std::string err;      // exact stderr
   int status;
   Names logs, sides, outs;  // every file in L, S and O afterwards
-  std::string out;          // stdout, when given
+  std::string out = {};     // stdout, when given
   bool needs_permissions = false;
   std::function<void(const Scene&)> check = nullptr;
 };
@@ -293,10 +294,13 @@ TEST_P(HostileInput, GivesItsMessageStatusAndFilesAndChangesNoFileThatWasThere) 
                                {scene.root.path().string(), row.needs_permissions});
   EXPECT_EQ(o.err, scene.Expand(row.err));
   EXPECT_EQ(o.status, row.status);
-  if (!row.out.empty()) EXPECT_EQ(o.out.substr(0, row.out.size()), row.out);
+  if (!row.out.empty()) {
+    EXPECT_EQ(o.out.substr(0, row.out.size()), row.out);
+  }
   const auto after = scene.Contents();
-  for (const std::string& dir : {scene.S, scene.O})
+  for (const std::string& dir : {scene.S, scene.O}) {
     fs::permissions(dir, fs::perms::owner_all, fs::perm_options::add);
+  }
   EXPECT_EQ(FilesIn(scene.L), row.logs);
   EXPECT_EQ(FilesIn(scene.S), row.sides);
   EXPECT_EQ(FilesIn(scene.O), row.outs);

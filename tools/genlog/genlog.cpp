@@ -2,6 +2,7 @@
 // bytes for the same seed, for benchmarks and tests.
 //
 //   genlog --size BYTES [--seed N] [--players N] OUTPUT
+//   genlog --maps N [--truth FILE] [--seed N] [--players N] OUTPUT
 //   genlog --fragments      the message rules' fragments, one per line
 //
 // The evening is a series of maps. Each map draws two teams from a pool of
@@ -9,6 +10,13 @@
 // with obituaries of every rule in realistic proportions, suicides, sentry
 // guns, flag runs, chat, connects and client noise, colour codes and CR LF
 // line ends included.
+//
+// With --maps, the evening is exactly N matches marked as the engine marks
+// them (a map load, then "Timelimit hit.", an intermission; the client
+// leaves at the end), every player defends their own base first so that
+// the log implies each team completely, and --truth writes what was
+// played: per match, a line "match N<TAB>blue captures<TAB>red captures
+// <TAB>winner<TAB>Blue names<TAB>Red names" (names sorted, comma-separated).
 
 #include <algorithm>
 #include <cstdint>
@@ -33,6 +41,8 @@ struct Options {
   int players = 48;
   std::string output;
   bool fragments = false;
+  int maps = 0;       // 0: fill --size with maps, without match markers
+  std::string truth;  // where --maps writes the matches it played
 };
 
 struct Player {
@@ -110,6 +120,20 @@ class Evening {
     out_.Line("Console: server shutting down");
   }
 
+  // An evening of exactly maps matches with their markers; what was played
+  // goes to truth.
+  void WriteMatches(int maps, std::FILE* truth) {
+    marked_ = true;
+    out_.Line("Vantor console log started");
+    for (int m = 1; m <= maps; ++m) {
+      score_[0] = score_[1] = 0;
+      Map(UINT64_MAX);
+      if (truth != nullptr) WriteTruth(m, truth);
+    }
+    out_.Line("Console: server shutting down");
+    out_.Line("----- CL_Shutdown -----");
+  }
+
  private:
   int Roll(int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng_); }
   double Chance() { return std::uniform_real_distribution<double>(0, 1)(rng_); }
@@ -140,6 +164,10 @@ class Evening {
     const std::string_view map = Pick(kMaps);
     out_.Line("Server: " + std::string(map));
     out_.Line("Loading map maps/" + std::string(map) + ".bsp");
+    if (marked_) {
+      out_.Line("Loading vm file vm/cgame.qvm.");
+      out_.Line("CL_InitCGame: 0.61 seconds");
+    }
     DrawTeams();
     for (int t = 0; t < 2; ++t) {
       for (int p : teams_[t]) {
@@ -147,9 +175,34 @@ class Evening {
         out_.Line(players_[p].shown + " entered the game");
       }
     }
+    if (marked_) DefendBases();
     for (int i = 0; i < 400 && out_.Written() < size; ++i) Moment();
-    out_.Line("^5Timelimit hit.^7");
+    out_.Line(marked_ ? "Timelimit hit." : "^5Timelimit hit.^7");
+    // Intermission: a frag here belongs to no match.
+    if (marked_) Kill(Roll(2));
     out_.Line("==== ShutdownGame ====");
+  }
+
+  // Each player defends their own base once, which tells their team.
+  void DefendBases() {
+    for (int t = 0; t < 2; ++t) {
+      for (int p : teams_[t])
+        out_.Line(players_[p].shown + std::string(kMessageRules[46 + t * 8 + 2].fragment));
+    }
+  }
+
+  void WriteTruth(int match, std::FILE* truth) {
+    const char* winner = score_[0] == score_[1] ? "draw" : score_[0] > score_[1] ? "Blue" : "Red";
+    std::fprintf(truth, "match %d\t%d\t%d\t%s", match, score_[0], score_[1], winner);
+    for (int t = 0; t < 2; ++t) {
+      std::vector<std::string> names;
+      for (int p : teams_[t]) names.push_back(players_[p].name);
+      std::sort(names.begin(), names.end());
+      std::string list;
+      for (const std::string& name : names) list += (list.empty() ? "" : ",") + name;
+      std::fprintf(truth, "\t%s", list.c_str());
+    }
+    std::fputc('\n', truth);
   }
 
   void DrawTeams() {
@@ -175,7 +228,13 @@ class Evening {
     else if (roll < 0.88)
       Chat(Of(team));
     else
-      out_.Line(Pick(kNoise));
+      Noise();
+  }
+
+  // A marked evening has no stray marker among the noise.
+  void Noise() {
+    const std::string_view noise = Pick(kNoise);
+    out_.Line(marked_ && noise == "----- CL_Shutdown -----" ? "RE_Shutdown( 0 )" : noise);
   }
 
   void Kill(int team) {
@@ -213,6 +272,7 @@ class Evening {
     const int side = attacking ? 1 - team : team;
     const MessageRule& rule = kMessageRules[46 + side * 8 + offset];
     out_.Line(Of(team).shown + std::string(rule.fragment));
+    if (offset == 3) ++score_[team];
   }
 
   void Chat(const Player& player) {
@@ -228,11 +288,14 @@ class Evening {
   std::vector<Player> players_;
   std::vector<int> teams_[2];
   std::discrete_distribution<int> kill_rule_;
+  bool marked_ = false;    // writing match markers (--maps)
+  int score_[2] = {0, 0};  // this map's captures, Blue and Red
 };
 
 int Usage(const char* why) {
   std::fprintf(stderr,
                "genlog: %s\nusage: genlog --size BYTES [--seed N] [--players N] OUTPUT\n"
+               "       genlog --maps N [--truth FILE] [--seed N] [--players N] OUTPUT\n"
                "       genlog --fragments\n",
                why);
   return 2;
@@ -250,12 +313,17 @@ bool Parse(int argc, char** argv, Options& options) {
       options.seed = std::strtoull(argv[++i], nullptr, 10);
     else if (arg == "--players" && has_value)
       options.players = std::atoi(argv[++i]);
+    else if (arg == "--maps" && has_value)
+      options.maps = std::atoi(argv[++i]);
+    else if (arg == "--truth" && has_value)
+      options.truth = argv[++i];
     else if (!arg.starts_with("--") && options.output.empty())
       options.output = arg;
     else
       return false;
   }
-  return options.fragments || (options.size > 0 && options.players >= 2 && !options.output.empty());
+  return options.fragments ||
+         ((options.size > 0 || options.maps > 0) && options.players >= 2 && !options.output.empty());
 }
 
 }  // namespace
@@ -272,9 +340,17 @@ int main(int argc, char** argv) {
   }
   std::FILE* file = std::fopen(options.output.c_str(), "wb");
   if (file == nullptr) return Usage("cannot create the output file");
+  std::FILE* truth = options.truth.empty() ? nullptr : std::fopen(options.truth.c_str(), "w");
+  if (!options.truth.empty() && truth == nullptr) return Usage("cannot create the truth file");
   {
     Writer out(file);
-    Evening(options, out).Write(options.size);
+    Evening evening(options, out);
+    if (options.maps > 0) {
+      evening.WriteMatches(options.maps, truth);
+    } else {
+      evening.Write(options.size);
+    }
   }
+  if (truth != nullptr && std::fclose(truth) != 0) return 1;
   return std::fclose(file) == 0 ? 0 : 1;
 }

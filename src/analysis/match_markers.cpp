@@ -1,0 +1,62 @@
+#include "analysis/match_markers.h"
+
+namespace vantor {
+
+namespace {
+
+struct Parts {
+  std::string_view head, tail;
+  bool variable;
+};
+
+constexpr Parts PartsOf(std::string_view pattern) {
+  const std::size_t star = pattern.find('*');
+  if (star == std::string_view::npos) return {pattern, {}, false};
+  return {pattern.substr(0, star), pattern.substr(star + 1), true};
+}
+
+// The bytes a marker can begin with (those whose pattern starts with a
+// fixed text) and end with (those whose pattern starts with a variable).
+struct ByteSets {
+  std::array<bool, 256> first{}, last{};
+};
+
+constexpr ByteSets MakeByteSets() {
+  ByteSets sets;
+  for (const MatchMarker& marker : kMatchMarkers) {
+    const Parts parts = PartsOf(marker.pattern);
+    if (!parts.head.empty()) {
+      sets.first[static_cast<unsigned char>(parts.head.front())] = true;
+    } else {
+      sets.last[static_cast<unsigned char>(parts.tail.back())] = true;
+    }
+  }
+  return sets;
+}
+
+constexpr ByteSets kByteSets = MakeByteSets();
+
+bool Matches(const MatchMarker& marker, std::string_view line) {
+  const Parts parts = PartsOf(marker.pattern);
+  if (!parts.variable) return line == parts.head;
+  if (line.size() < parts.head.size() + parts.tail.size()) return false;
+  if (!line.starts_with(parts.head) || !line.ends_with(parts.tail)) return false;
+  const std::string_view variable =
+      line.substr(parts.head.size(), line.size() - parts.head.size() - parts.tail.size());
+  return variable.find_first_of(marker.not_in_variable) == std::string_view::npos;
+}
+
+}  // namespace
+
+std::optional<std::size_t> MatchMarkerOf(std::string_view line) {
+  if (line.empty()) return std::nullopt;
+  if (!kByteSets.first[static_cast<unsigned char>(line.front())] &&
+      !kByteSets.last[static_cast<unsigned char>(line.back())])
+    return std::nullopt;
+  for (std::size_t row = 0; row < kMatchMarkers.size(); ++row) {
+    if (Matches(kMatchMarkers[row], line)) return row;
+  }
+  return std::nullopt;
+}
+
+}  // namespace vantor

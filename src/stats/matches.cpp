@@ -1,0 +1,123 @@
+#include "stats/matches.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "stats/event_index.h"
+#include "stats/player_roster.h"
+#include "stats/player_tallies.h"
+#include "stats/team_assignment.h"
+
+namespace vantor {
+
+namespace {
+
+bool Before(SourceLine a, SourceLine b) { return a.file != b.file ? a.file < b.file : a.line < b.line; }
+
+SourceLine LineBefore(SourceLine place) {
+  return SourceLine::At(place.file, place.line > 1 ? place.line - 1 : place.line);
+}
+
+}  // namespace
+
+std::pair<std::size_t, std::size_t> RowsIn(const WorksheetList& list, const MatchSpan& span) {
+  const auto first_not_before = [&](SourceLine place) {
+    std::size_t low = 0, high = list.Count();
+    while (low < high) {
+      const std::size_t mid = (low + high) / 2;
+      if (Before(list.PlaceAt(mid).place, place)) {
+        low = mid + 1;
+      } else {
+        high = mid;
+      }
+    }
+    return low;
+  };
+  return {first_not_before(span.from), first_not_before(span.to)};
+}
+
+namespace {
+
+// Appends the rows [range) of each source list to its target, as text.
+void CopyRows(std::initializer_list<std::pair<const WorksheetList*, WorksheetList*>> lists,
+              std::pair<std::size_t, std::size_t> range) {
+  for (const auto& [source, target] : lists) {
+    for (std::size_t row = range.first; row < range.second; ++row) target->Append(source->At(row));
+  }
+}
+
+// A worksheet with the events of the run that lie in the span.
+void FillSheet(const RunRecord& run, const MatchSpan& span, Worksheet& sheet) {
+  const CountedEvents& e = run.events;
+  CopyRows({{&e.killer, &sheet.List2}, {&e.victim, &sheet.List3}, {&e.method, &sheet.List4}},
+           RowsIn(e.killer, span));
+  CopyRows({{&e.flag_text, &sheet.List5}, {&e.flag_action, &sheet.List6}}, RowsIn(e.flag_text, span));
+  CopyRows({{&e.destroyer, &sheet.List10}}, RowsIn(e.destroyer, span));
+}
+
+// The stages of a run, from the roster to the tallies, over one match.
+void AnalyseSheet(Worksheet& sheet, int passes, Match& match) {
+  GetIndividualPlayers(sheet.List2, sheet.List3, sheet.List7);
+  const EventIndex events(sheet);
+  TeamColours colours;
+  TeamReasons reasons;
+  SplitByColor(sheet, events, match.members, colours, reasons);
+  for (int pass = 1; pass <= passes; ++pass) subCheckTeam(sheet, events, pass, reasons);
+  CountTallies(sheet, events, match.members, colours, [](std::int64_t) {});
+  match.blue_count = sheet.List8.Count();
+  for (std::size_t slot = 0; slot < match.members.size(); ++slot) {
+    (slot < match.blue_count ? match.blue_score : match.red_score) += match.members[slot].intFlagCaptures;
+  }
+}
+
+}  // namespace
+
+std::vector<MatchSpan> SplitMatches(const MarkerPlaces& markers) {
+  std::vector<MatchSpan> spans;
+  std::optional<SourceLine> open = SourceLine::At(0, 1);
+  for (const MarkerPlace& marker : markers) {
+    const MarkerKind kind = marker.Kind();
+    if (open) {
+      const SourceLine last = kind == MarkerKind::kMatchEnd ? marker.place : LineBefore(marker.place);
+      spans.push_back({*open, marker.place, *open, last, marker.How()});
+    }
+    open.reset();
+    if (kind == MarkerKind::kMapLoad) open = marker.place;
+    if (kind == MarkerKind::kEndOfLog) open = SourceLine::At(marker.place.file + 1, 1);
+  }
+  // Without markers (a run that kept no places), the whole run is one match.
+  if (markers.empty())
+    spans.push_back({*open, SourceLine::At(SourceLine::kMaxFile, 0), *open, *open, kEndOfLogHow});
+  return spans;
+}
+
+std::string_view Match::Winner() const {
+  if (blue_score == red_score) return "draw";
+  return blue_score > red_score ? "Blue" : "Red";
+}
+
+CountValues Match::Totals(bool blue) const {
+  CountValues totals{};
+  for (std::size_t slot = blue ? 0 : blue_count; slot < (blue ? blue_count : members.size()); ++slot) {
+    const CountValues values = ValuesOf(members[slot]);
+    for (std::size_t k = 0; k < totals.size(); ++k) totals[k] += values[k];
+  }
+  return totals;
+}
+
+std::vector<Match> AnalyseMatches(const RunRecord& run) {
+  std::vector<Match> matches;
+  for (const MatchSpan& span : SplitMatches(run.markers)) {
+    Worksheet sheet;
+    FillSheet(run, span, sheet);
+    if (sheet.List2.Empty() && sheet.List5.Empty() && sheet.List10.Empty()) continue;
+    Match match;
+    match.number = matches.size() + 1;
+    match.span = span;
+    AnalyseSheet(sheet, run.passes, match);
+    matches.push_back(std::move(match));
+  }
+  return matches;
+}
+
+}  // namespace vantor

@@ -1,0 +1,92 @@
+// The evening summary and the matches of vantor-cli: what genlog played,
+// names shown as text, nothing fetched, classic outputs unchanged.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "support/run_program.h"
+#include "support/test_files.h"
+
+namespace vantor::testing {
+namespace {
+
+// A generated evening of several maps: every match, its teams, score and
+// winner are those genlog says it played.
+TEST(Summary, MatchesOfAGeneratedEveningAreThoseItPlayed) {
+  ScratchDir dir;
+  ASSERT_EQ(RunProgram(VANTOR_GENLOG, {"--maps", "4", "--players", "10", "--seed", "3", "--truth",
+                                       dir / "truth", dir / "evening.log"})
+                .status,
+            0);
+  ASSERT_EQ(RunProgram(VANTOR_CLI,
+                       {"--quiet", "--side-dir", dir.path(), "--json", dir / "run.json", dir / "evening.log"})
+                .status,
+            0);
+  std::string matches;
+  const auto run = nlohmann::json::parse(ReadBytes(dir / "run.json"));
+  for (const auto& m : run["matches"]) {
+    std::vector<std::string> teams[2];
+    for (const auto& slot : m["members"]) teams[slot["team"] == "Red"].push_back(slot["name"]);
+    matches += "match " + m["number"].dump() + "\t" + m["score"]["Blue"].dump() + "\t" +
+               m["score"]["Red"].dump() + "\t" + m["winner"].get<std::string>();
+    for (auto& team : teams) {
+      std::sort(team.begin(), team.end());
+      std::string names;
+      for (const std::string& name : team) names += (names.empty() ? "" : ",") + name;
+      matches += "\t" + names;
+    }
+    matches += "\n";
+  }
+  EXPECT_EQ(matches, ReadBytes(dir / "truth"));
+  EXPECT_EQ(std::count(matches.begin(), matches.end(), '\n'), 4);
+}
+
+const std::string kHostileLog =
+    "<script>document.body.dataset.pwned=1</script>^7 got the RED flag!\r\n"
+    "<img src=x onerror=alert(1)>^7 got the BLUE flag!\r\n"
+    "<img src=x onerror=alert(1)>^7 was railed by <script>document.body.dataset.pwned=1</script>^7\r\n"
+    "Ren\xe9^7 was railed by <script>document.body.dataset.pwned=1</script>^7\r\n";
+
+// Names are decoded and escaped; the page fetches nothing and names no other file.
+TEST(Summary, HostileNamesAreTextAndThePageStandsAlone) {
+  ScratchDir dir;
+  WriteBytes(dir / "game.log", kHostileLog);
+  ASSERT_EQ(RunProgram(VANTOR_CLI,
+                       {"--quiet", "--side-dir", dir.path(), "--summary", dir / "s.html", dir / "game.log"})
+                .status,
+            0);
+  const std::string page = ReadBytes(dir / "s.html");
+  EXPECT_NE(page.find("<td>&lt;script&gt;document.body.dataset.pwned=1&lt;/script&gt;</td>"),
+            std::string::npos);
+  EXPECT_NE(page.find("<td>&lt;img src=x onerror=alert(1)&gt;</td>"), std::string::npos);
+  EXPECT_NE(page.find("Ren\xc3\xa9"), std::string::npos);
+  EXPECT_EQ(page.find("<img"), std::string::npos);
+  EXPECT_EQ(page.find("<script>document"), std::string::npos);
+  for (const char* outside : {"http:", "https:", "src=\"", "url(", "@import", "href=\"/", "href=\"h"}) {
+    EXPECT_EQ(page.find(outside), std::string::npos) << outside;
+  }
+}
+
+// The report, side files, table and CSV are the same bytes with the summary.
+TEST(Summary, ClassicOutputsAreUnchangedByIt) {
+  std::string outputs[2];
+  for (const bool summary : {false, true}) {
+    ScratchDir dir;
+    WriteBytes(dir / "game.log", ReadBytes(DataPath("../../samples/evening.log")));
+    std::vector<std::string> args = {"-q",      "--side-dir", dir.path(),    "--output-dir",  dir.path(),
+                                     "--table", "--csv",      dir / "x.csv", dir / "game.log"};
+    if (summary) args.insert(args.begin(), {"--summary", "/dev/null"});
+    const Outcome o = RunProgram(VANTOR_CLI, args);
+    outputs[summary] = std::to_string(o.status) + o.out + o.err;
+    for (const std::string& file : FilesIn(dir.path())) outputs[summary] += file + ReadBytes(dir / file);
+  }
+  EXPECT_EQ(outputs[0], outputs[1]);
+  EXPECT_NE(outputs[0].find("game.html<html><head>"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vantor::testing
