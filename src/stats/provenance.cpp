@@ -1,5 +1,6 @@
 #include "stats/provenance.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <unordered_map>
@@ -98,17 +99,34 @@ Count EventsBehind(const RunRecord& run, std::size_t slot, CountKind kind) {
 
 std::vector<KillCount> KillMatrix(const RunRecord& run) {
   const CountedEvents& e = run.events;
-  std::unordered_map<TextId, std::size_t> order;  // first appearance of each name
-  std::map<std::pair<std::size_t, std::size_t>, KillCount> cells;
-  const auto rank = [&](TextId name) { return order.try_emplace(name, order.size()).first->second; };
+  // Names by pool id, each ranked by its first appearance; a log has
+  // millions of kills among a few dozen names, so cells are counted by id.
+  constexpr std::size_t kUnranked = static_cast<std::size_t>(-1);
+  std::vector<std::size_t> rank_of;
+  std::size_t ranked = 0;
+  const auto rank = [&](TextId name) {
+    if (rank_of.size() <= name) rank_of.resize(name + 1, kUnranked);
+    if (rank_of[name] == kUnranked) rank_of[name] = ranked++;
+    return rank_of[name];
+  };
+  std::vector<std::optional<bool>> suicide_method;                             // by pool id, looked up once
+  std::unordered_map<std::uint64_t, std::pair<std::size_t, KillCount>> cells;  // by killer and victim id
   for (std::size_t m = 0; m < e.killer.Count(); ++m) {
-    if (e.method.At(m) == kSuicideMethod && e.killer.At(m) == kSuicideKiller) continue;
-    const std::size_t killer = rank(e.killer.IdAt(m));
-    KillCount& cell = cells[{killer, rank(e.victim.IdAt(m))}];
-    if (cell.kills++ == 0) cell = {e.killer.At(m), e.victim.At(m), 1};
+    const TextId method = e.method.IdAt(m);
+    if (suicide_method.size() <= method) suicide_method.resize(method + 1);
+    if (!suicide_method[method]) suicide_method[method] = e.method.At(m) == kSuicideMethod;
+    if (*suicide_method[method] && e.killer.At(m) == kSuicideKiller) continue;
+    const TextId killer = e.killer.IdAt(m), victim = e.victim.IdAt(m);
+    const std::size_t order = rank(killer) << 32 | rank(victim);
+    auto& [key, cell] = cells[std::uint64_t{killer} << 32 | victim];
+    if (cell.kills++ == 0) cell = {e.killer.At(m), e.victim.At(m), 1}, key = order;
   }
+  std::vector<std::pair<std::size_t, KillCount>> sorted;
+  for (auto& [ids, cell] : cells) sorted.push_back(std::move(cell));
+  // By killer, then victim, each in order of first appearance.
+  std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<KillCount> matrix;
-  for (auto& [key, cell] : cells) matrix.push_back(std::move(cell));
+  for (auto& [order, cell] : sorted) matrix.push_back(std::move(cell));
   return matrix;
 }
 
