@@ -167,39 +167,6 @@ class MainWindowTest : public QObject {
     QVERIFY(Options()->isVisible());
   }
 
-  void logsGivenAsArgumentsDoWhatTheMenusDo_data() {
-    QTest::addColumn<QStringList>("logs");  // "./" for a path relative to the working directory
-    QTest::addColumn<QString>("messages");
-    QTest::addColumn<QString>("report");
-    QTest::addColumn<int>("rows");
-    QTest::newRow("one: as File > Open") << QStringList{"game.log"} << ""
-                                         << "game.html" << 5;
-    QTest::newRow("one, relative: as File > Open") << QStringList{"./game.log"} << ""
-                                                   << "game.html" << 5;
-    QTest::newRow("one missing: as File > Open")
-        << QStringList{"missing.log"} << "Vantor Log Analyzer | File Not Found | 3 | OK"
-        << "missing.html" << 3;
-    QTest::newRow("two: as Append, Open each, Process") << QStringList{"game.log", "second.log"} << ""
-                                                        << "second.html" << 0;
-  }
-  void logsGivenAsArgumentsDoWhatTheMenusDo() {
-    QFETCH(QStringList, logs);
-    QFETCH(QString, messages);
-    QFETCH(QString, report);
-    QFETCH(int, rows);
-    QVERIFY(QFile::copy(GameLog(), desktop_->dir.filePath("second.log")));
-    for (QString& log : logs) log = log.startsWith("./") ? log : desktop_->dir.filePath(log);
-    const QString working_dir = QDir::currentPath();
-    QDir::setCurrent(desktop_->dir.path());
-    window_->OpenLogsFromCommandLine(logs);
-    QDir::setCurrent(working_dir);
-    QCOMPARE(desktop_->messages.join(" / "), messages);
-    QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.filePath(report))});
-    QCOMPARE(Table().size(), rows);
-    if (rows == 5) QCOMPARE(Table(), kGameTable);
-    QVERIFY(desktop_->dialogs.isEmpty());  // no file dialog is shown
-  }
-
   void sideFilesOfAnInstalledProgramGoToTheUsersStateDirectory() {
     desktop_->program_dir = desktop_->dir.filePath("not-made/bin");  // no build tree, never written
     const QString data = desktop_->dir.filePath("data"), other = desktop_->dir.filePath("other");
