@@ -1,6 +1,7 @@
 #include "report/sha256.h"
 
 #if defined(__x86_64__)
+#include <cpuid.h>
 #include <immintrin.h>
 #endif
 
@@ -63,8 +64,13 @@ __attribute__((target("sha,sse4.1"))) void BlocksWithShaInstructions(std::uint32
   _mm_storeu_si128(reinterpret_cast<__m128i*>(state + 4), _mm_alignr_epi8(dchg, feba, 8));
 }
 
+// CPUID: leaf 7 EBX bit 29 is SHA, leaf 1 ECX bit 19 SSE4.1.
 bool HasShaInstructions() {
-  static const bool has = __builtin_cpu_supports("sha") && __builtin_cpu_supports("sse4.1");
+  static const bool has = [] {
+    unsigned a = 0, b = 0, c = 0, d = 0;
+    const bool sha = __get_cpuid_count(7, 0, &a, &b, &c, &d) != 0 && (b & (1u << 29)) != 0;
+    return sha && __get_cpuid(1, &a, &b, &c, &d) != 0 && (c & (1u << 19)) != 0;
+  }();
   return has;
 }
 #endif
