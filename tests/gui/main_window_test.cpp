@@ -263,6 +263,11 @@ class MainWindowTest : public QObject {
     QCOMPARE(Table(), kGameTable);
     const QString report = desktop_->dir.filePath("game.html");
     QCOMPARE(Find<QLabel>("statusSummary")->text(), "game.log: 2 players, 7 lines. Report: " + report);
+    Find<QPushButton>("cmdOpenSummary")->click();  // written beside the report, then opened
+    const QString summary = desktop_->dir.filePath("game-summary.html");
+    QCOMPARE(desktop_->opened.last(), QUrl::fromLocalFile(summary));
+    QFile page(summary);
+    QVERIFY(page.open(QIODevice::ReadOnly) && page.readAll().contains("Ren\xc3\xa9"));
     drop({log, second});  // together, as Append and Process: the table ends empty
     QCOMPARE(Table(), QList<QStringList>());
     QCOMPARE(Find<QLabel>("statusSummary")->text(),
