@@ -4,9 +4,9 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QDateTime>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -326,7 +326,7 @@ void DisplayStats::UpdateStatus() {
   QString text = QString("%1: %2 players, %3 lines")
                      .arg(logs)
                      .arg(run->members.size())
-                     .arg(QLocale::c().toString(static_cast<qulonglong>(run->lines_read)));
+                     .arg(static_cast<qulonglong>(run->lines_read));
   if (report) text += ". Report: " + QFile::decodeName(form1_->ReportPath().c_str());
   statusSummary->setText(text);
 }

@@ -247,7 +247,12 @@ class MainWindowTest : public QObject {
     QCOMPARE(window_->menuBar()->activeAction(), Find<QMenu>("mnuTools")->menuAction());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     const QString log = GameLog(), second = desktop_->dir.filePath("second.log");
-    QFile::copy(log, second);
+    QFile big(second);  // three read pieces: the status bar shows how far reading has come
+    QVERIFY(big.open(QIODevice::WriteOnly) && big.write(kGameLog) && big.write(QByteArray(3 << 20, '\n')));
+    big.close();
+    QList<int> read;
+    connect(Find<QProgressBar>("prgReading"), &QProgressBar::valueChanged, this,
+            [&read](int v) { read << v; });
     const auto drop = [&](const QStringList& paths) {
       QMimeData data;
       QList<QUrl> urls;
@@ -271,7 +276,8 @@ class MainWindowTest : public QObject {
     drop({log, second});  // together, as Append and Process: the table ends empty
     QCOMPARE(Table(), QList<QStringList>());
     QCOMPARE(Find<QLabel>("statusSummary")->text(),
-             "2 logs: 2 players, 14 lines. Report: " + desktop_->dir.filePath("second.html"));
+             "2 logs: 2 players, 3145742 lines. Report: " + desktop_->dir.filePath("second.html"));
+    QCOMPARE(read, QList<int>({1000, 333, 666, 999, 1000}));  // per thousand, a piece of 1 MiB at a time
     desktop_->opened.clear();
     Find<QPushButton>("cmdShowFolder")->click();
     QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.path())});
