@@ -1,7 +1,9 @@
 // Pictures of the real windows for the documentation: the main window after
-// File > Open on a log, a player's details, and the Options dialog.
+// File > Open on a log, a player's details, the Options dialog, and the main
+// window after File > Open on a log of many players with its table scrolled
+// part way.
 //
-//   vantor_screenshots LOG OUTPUT_DIR
+//   vantor_screenshots LOG MANY_PLAYERS_LOG OUTPUT_DIR
 //
 // The windows are the program's own; only the desktop is stood in for: the
 // file dialog answers with LOG, message boxes go to stderr, the report is
@@ -9,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QScrollBar>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
@@ -59,15 +62,33 @@ bool SavePlayerDetails(QWidget& window, const QString& path) {
   return saved;
 }
 
+// A second window, opened on a log of many players: the table scrolled a
+// third of the way, its rows read across, and the status bar below.
+bool SaveManyPlayers(const char* log, const QString& path) {
+  vantor::tools::ScriptedSession session(log);
+  // Wide enough for the status bar's whole line; still too short for 40 rows.
+  session.window.resize(1040, 600);
+  session.window.show();
+  Trigger(session.window, "mnuOpen");
+  auto* names = session.window.findChild<QListWidget*>("lstName");
+  if (names == nullptr || names->count() < 40) return false;
+  // The right-hand lists carry the scroll bar the user drags; the others follow.
+  QScrollBar* bar = session.window.findChild<QListWidget*>("lstSentKill")->verticalScrollBar();
+  bar->setValue(bar->maximum() / 3);
+  // A row selected in one list is selected in all: the picture shows a row read across.
+  names->setCurrentRow(names->indexAt(QPoint(4, 4)).row() + 2);
+  return Save(session.window, path);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  if (argc != 3) {
-    std::fprintf(stderr, "usage: vantor_screenshots LOG OUTPUT_DIR\n");
+  if (argc != 4) {
+    std::fprintf(stderr, "usage: vantor_screenshots LOG MANY_PLAYERS_LOG OUTPUT_DIR\n");
     return 2;
   }
-  const QDir out(QString::fromLocal8Bit(argv[2]));
+  const QDir out(QString::fromLocal8Bit(argv[3]));
   vantor::tools::ScriptedSession session(argv[1]);
   const QString& log = session.log;
   vantor::DisplayStats& window = session.window;
@@ -82,5 +103,7 @@ int main(int argc, char** argv) {
   // The Options dialog is a window of its own, not a child of the main one.
   QWidget* options = TopLevel("frmOptions");
   saved = options && Save(*options, out.filePath("options.png")) && saved;
+  if (options != nullptr) options->close();
+  saved = SaveManyPlayers(argv[2], out.filePath("main-window-40-players.png")) && saved;
   return saved ? 0 : 1;
 }
