@@ -33,6 +33,7 @@ class Statement {
   // Makes the statement ready to run again with new parameters.
   void Reset();
 
+  int Columns() const { return sqlite3_column_count(stmt_); }
   std::int64_t Int(int column) const;
   double Real(int column) const;
   std::string Text(int column) const;
