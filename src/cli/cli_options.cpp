@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
+#include <cstdio>
 #include <string_view>
 #include <utility>
 
@@ -26,6 +28,10 @@ void Declare(CLI::App& app, CliOptions& o) {
   app.add_option("--csv", o.csv);
   app.add_flag("--unknown-summary", o.unknown_summary);
   app.add_option("--summary", o.summary);
+  app.add_option("--archive", o.archive);
+  app.add_option("--season", o.season);
+  app.add_option("--since", o.since);
+  app.add_option("--until", o.until);
   app.add_option("LOG", o.logs);
 }
 
@@ -45,19 +51,42 @@ std::string ValueForAFlag(const CLI::App& app, const std::vector<std::string>& a
   return "";
 }
 
+// A day as YYYY-MM-DD that the calendar has.
+bool IsDate(const std::string& text) {
+  unsigned y = 0, m = 0, d = 0;
+  char rest = 0;
+  if (text.size() != 10 || std::sscanf(text.c_str(), "%4u-%2u-%2u%c", &y, &m, &d, &rest) != 3) return false;
+  return std::chrono::year_month_day{std::chrono::year(static_cast<int>(y)), std::chrono::month(m),
+                                     std::chrono::day(d)}
+      .ok();
+}
+
+// What is wrong with the season options, or "".
+std::string SeasonProblem(const CliOptions& o) {
+  if (o.season && !o.logs.empty()) return "--season reads the archive only: no LOG goes with it";
+  if (o.season && o.archive) return "--archive records a run of LOGs; ask for --season afterwards";
+  for (const auto& [name, date] : {std::pair{"--since", &o.since}, std::pair{"--until", &o.until}}) {
+    if (*date && !o.season) return std::string(name) + " limits --season, which is missing";
+    if (*date && !IsDate(**date))
+      return std::string("option '") + name + "' needs a date as YYYY-MM-DD, not '" + **date + "'";
+  }
+  return "";
+}
+
 // What is wrong with options that parsed, or "".
 std::string Problem(const CliOptions& o) {
   if (o.help || o.version) return "";
-  if (o.logs.empty()) return "missing LOG operand";
+  if (o.logs.empty() && !o.season) return "missing LOG operand";
+  if (std::string problem = SeasonProblem(o); !problem.empty()) return problem;
   for (const auto& [name, dir] :
        {std::pair{"--side-dir", &o.side_dir}, std::pair{"--output-dir", &o.output_dir}}) {
     // An unset variable in a script must not aim the files at "/".
     if (*dir && (*dir)->empty())
       return std::string("option '") + name + "' needs a directory, not an empty value";
   }
-  for (const auto& [name, file] :
-       {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv}, std::pair{"--report", &o.report},
-        std::pair{"--summary", &o.summary}}) {
+  for (const auto& [name, file] : {std::pair{"--json", &o.json}, std::pair{"--csv", &o.csv},
+                                   std::pair{"--report", &o.report}, std::pair{"--summary", &o.summary},
+                                   std::pair{"--archive", &o.archive}, std::pair{"--season", &o.season}}) {
     if (*file && (*file)->empty())
       return std::string("option '") + name + "' needs a file, not an empty value";
   }

@@ -1,7 +1,9 @@
 #pragma once
 // The command line of vantor-cli, parsed with CLI11:
 //   vantor-cli [-o DIR] [--side-dir DIR] [--no-side-files] [--report FILE] [-t] [--open] [-q]
-//              [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE] LOG [LOG ...]
+//              [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE] [--archive FILE.db]
+//              LOG [LOG ...]
+//   vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE] [-q]
 
 #include <optional>
 #include <string>
@@ -10,13 +12,16 @@
 namespace vantor {
 
 struct CliOptions {
-  std::optional<std::string> output_dir;  // the "OutputDir" setting; empty without it
-  std::optional<std::string> side_dir;    // where the side files go
-  bool no_side_files = false;             // write none of the four side files
-  std::optional<std::string> report;      // the report's path instead of the derived one
-  std::optional<std::string> json;        // export file, JSON ("-": standard output)
-  std::optional<std::string> csv;         // export file, CSV ("-": standard output)
-  std::optional<std::string> summary;     // the evening summary, HTML
+  std::optional<std::string> output_dir;    // the "OutputDir" setting; empty without it
+  std::optional<std::string> side_dir;      // where the side files go
+  bool no_side_files = false;               // write none of the four side files
+  std::optional<std::string> report;        // the report's path instead of the derived one
+  std::optional<std::string> json;          // export file, JSON ("-": standard output)
+  std::optional<std::string> csv;           // export file, CSV ("-": standard output)
+  std::optional<std::string> summary;       // the evening summary, HTML
+  std::optional<std::string> archive;       // the season archive the run is recorded in
+  std::optional<std::string> season;        // the season archive whose standings are shown
+  std::optional<std::string> since, until;  // the standings' days, YYYY-MM-DD
   bool unknown_summary = false;
   bool table = false;
   bool open = false;

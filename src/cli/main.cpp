@@ -22,6 +22,7 @@
 #include "analysis/run_lock.h"
 #include "analysis/side_file_directory.h"
 #include "analysis/text_file.h"
+#include "cli/archive_commands.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
 #include "report/run_outputs.h"
@@ -31,7 +32,8 @@ namespace {
 constexpr const char* kUsage =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
     "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
-    "                  LOG [LOG ...]\n";
+    "                  [--archive FILE.db] LOG [LOG ...]\n"
+    "       vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE]\n";
 
 constexpr const char* kHelp =
     "Analyse team capture-the-flag console logs into per-player statistics and\n"
@@ -59,6 +61,15 @@ constexpr const char* kHelp =
     "  --summary FILE    also write the evening as one self-contained HTML page:\n"
     "                    the matches and their winners, every player's evening,\n"
     "                    awards, who killed whom, kills by weapon, timelines\n"
+    "  --archive FILE.db also record the run in the season archive FILE.db (an\n"
+    "                    SQLite file, made when missing): its logs, matches,\n"
+    "                    players and awards; a log or match archived before is\n"
+    "                    not recorded again\n"
+    "  --season FILE.db  print the season's standings from the archive, tab-\n"
+    "                    separated (with --summary FILE: as an HTML page)\n"
+    "  --since DATE, --until DATE\n"
+    "                    only the matches of these days (YYYY-MM-DD, included;\n"
+    "                    a match's day is the day its log was last written)\n"
     "  -h, --help        show this help and exit\n"
     "  -V, --version     show the version and exit\n"
     "\n"
@@ -110,7 +121,7 @@ std::uint64_t SizeOf(const std::string& path) {
 
 void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
   // The lines behind the counts, and the matches, only matter to the exports.
-  form.KeepPlaces(options.json || options.csv || options.summary);
+  form.KeepPlaces(options.json || options.csv || options.summary || options.archive);
   form.write_side_files = !options.no_side_files;
   if (options.report) form.report_override = *options.report;
   std::uint64_t total = 0, before = 0;
@@ -166,6 +177,7 @@ bool PrintResults(const vantor::CliOptions& options, vantor::CliHost& host, vant
 }
 
 int Run(const vantor::CliOptions& options) {
+  if (options.season) return vantor::ShowSeason(options, Say);
   if (!MakeDirectory(options.side_dir) || !MakeDirectory(options.output_dir)) return 1;
   const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) == 1;
   const char* term = std::getenv("TERM");
@@ -189,6 +201,7 @@ int Run(const vantor::CliOptions& options) {
     return 1;
   }
   const bool printed = PrintResults(options, host, form);
+  vantor::ArchiveLastRun(options, host, form, Say);
   if (form.ReportWritten() && !options.quiet) Say("report written to " + form.ReportPath());
   return host.ShowedMessage() || !printed ? 1 : 0;
 }

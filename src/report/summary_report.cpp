@@ -195,6 +195,10 @@ IoResult WriteSummaryFile(const std::string& path, const RunRecord& run, const s
   return file.Commit();
 }
 
+std::string_view SummaryStyle() { return kStyle; }
+
+std::string_view SummarySortScript() { return kSortScript; }
+
 std::string SummaryPathFor(const std::string& report_path) {
   const std::size_t slash = report_path.rfind('/');
   const std::size_t dot = report_path.rfind('.');

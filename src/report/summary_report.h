@@ -39,6 +39,11 @@ void WriteSummary(std::ostream& out, const RunRecord& run, const std::vector<Mat
 // Writes the summary of run to path through a temporary file renamed into place.
 IoResult WriteSummaryFile(const std::string& path, const RunRecord& run, const std::string& run_date);
 
+// The summary's style sheet and its table-sorting script, for the other
+// pages that should look like it.
+std::string_view SummaryStyle();
+std::string_view SummarySortScript();
+
 // The summary's name beside a report: "game.html" gives "game-summary.html".
 std::string SummaryPathFor(const std::string& report_path);
 

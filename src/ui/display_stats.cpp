@@ -187,7 +187,8 @@ void DisplayStats::CreateStatisticsTable(QGridLayout& grid) {
             [this, list](QListWidgetItem* item) { ShowPlayerDetails(list->row(item)); });
     list->installEventFilter(this);
     list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    list->addActions({mnuCopyTable, mnuExportCsv, mnuExportJson, mnuOpenSummary});
+    list->addActions(
+        {mnuCopyTable, mnuExportCsv, mnuExportJson, mnuOpenSummary, mnuAddToArchive, mnuSeasonStandings});
   }
 }
 
@@ -206,6 +207,7 @@ void DisplayStats::CreateTableMenu() {
   mnuOpenSummary = new QAction("Open summary", this);
   mnuOpenSummary->setObjectName("mnuOpenSummary");
   connect(mnuOpenSummary, &QAction::triggered, this, &DisplayStats::OpenSummary);
+  CreateSeasonActions();
 }
 
 // The evening's summary, written beside the report ("game.html" gives

@@ -63,6 +63,11 @@ class DisplayStats : public QMainWindow {
   void CreateTableMenu();
   void ExportRun(ExportFormat format);
   void OpenSummary();
+  // The season archive (season_actions.cpp).
+  void CreateSeasonActions();
+  std::string ChooseArchive(bool adding);
+  void AddToSeasonArchive();
+  void OpenSeasonStandings();
 
   // The commands.
   void OpenLog();
@@ -96,6 +101,8 @@ class DisplayStats : public QMainWindow {
   QAction* mnuExportCsv = nullptr;
   QAction* mnuExportJson = nullptr;
   QAction* mnuOpenSummary = nullptr;
+  QAction* mnuAddToArchive = nullptr;
+  QAction* mnuSeasonStandings = nullptr;
 
   StatisticsList* lstName = nullptr;
   StatisticsList* lstFrags = nullptr;

@@ -9,6 +9,7 @@ namespace {
 constexpr char kApplication[] = "Vantor Log Analyzer";
 constexpr char kSection[] = "Main";
 constexpr char kSideFileNoticeKey[] = "Notices/SideFileDirectory";
+constexpr char kArchivePathKey[] = "Archive/Path";
 
 QString KeyPath(std::string_view key) {
   return QString(kSection) + '/' + QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
@@ -36,6 +37,16 @@ QString SideFileNoticeShown() {
 void RememberSideFileNoticeShown(const QString& dir) {
   QSettings store(kApplication, kApplication);
   store.setValue(kSideFileNoticeKey, dir);
+}
+
+QString ArchivePath() {
+  const QSettings store(kApplication, kApplication);
+  return store.value(kArchivePathKey, QString()).toString();
+}
+
+void RememberArchivePath(const QString& path) {
+  QSettings store(kApplication, kApplication);
+  store.setValue(kArchivePathKey, path);
 }
 
 }  // namespace vantor

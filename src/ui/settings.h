@@ -19,4 +19,9 @@ QString WriteSetting(std::string_view key, const QString& value);
 QString SideFileNoticeShown();
 void RememberSideFileNoticeShown(const QString& dir);
 
+// The season archive last chosen, kept apart from "Main" (section
+// "Archive", key "Path"); empty when none was.
+QString ArchivePath();
+void RememberArchivePath(const QString& path);
+
 }  // namespace vantor

@@ -21,7 +21,8 @@ Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".
 constexpr char kUsage[] =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
     "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
-    "                  LOG [LOG ...]\n";
+    "                  [--archive FILE.db] LOG [LOG ...]\n"
+    "       vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE]\n";
 
 std::string UsageError(const std::string& what) {
   return "vantor-cli: " + what + "\n" + kUsage + "Try 'vantor-cli --help' for more information.\n";
@@ -48,6 +49,12 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
       {"missing LOG", {"--table"}, 2, "", false, UsageError("missing LOG operand")},
       {"option without its value", {"x.log", "--side-dir"}, 2, "", false,
        UsageError("option '--side-dir' requires an argument")},
+      {"a day the calendar lacks", {"--season", "s.db", "--since", "2025-02-30"}, 2, "", false,
+       UsageError("option '--since' needs a date as YYYY-MM-DD, not '2025-02-30'")},
+      {"a period without the season", {"--until", "2025-03-01", "x.log"}, 2, "", false,
+       UsageError("--until limits --season, which is missing")},
+      {"a season with a log", {"--season", "s.db", "x.log"}, 2, "", false,
+       UsageError("--season reads the archive only: no LOG goes with it")},
       // clang-format on
   };
   for (const auto& r : rows) {

@@ -65,7 +65,8 @@ const std::string kCratered = "^7A cratered.\r\n";
 const std::string kUsageTail =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
     "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
-    "                  LOG [LOG ...]\n"
+    "                  [--archive FILE.db] LOG [LOG ...]\n"
+    "       vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE]\n"
     "Try 'vantor-cli --help' for more information.\n";
 
 struct Hostile {

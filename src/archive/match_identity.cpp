@@ -1,0 +1,108 @@
+#include "archive/match_identity.h"
+
+#include <cstring>
+#include <fstream>
+
+#include "report/sha256.h"
+
+namespace vantor {
+
+namespace {
+
+struct LineSpan {
+  std::uint64_t first, last;
+  std::size_t match;  // where its identity goes
+};
+
+// Follows the line numbers through a log read piece by piece (a CR, an LF
+// or a CR LF pair ends a line, as the import counts them) and hashes the
+// bytes of each span's lines.
+class SpanHasher {
+ public:
+  SpanHasher(std::vector<LineSpan> spans, std::vector<std::string>& identities)
+      : spans_(std::move(spans)), identities_(identities) {}
+
+  void Feed(const char* begin, const char* end) {
+    if (line_ == 0) LineBegins(begin);
+    segment_ = begin;
+    const char* at = begin;
+    if (pending_cr_ && at < end) {
+      pending_cr_ = false;
+      LineBegins(at += (*at == '\n'));
+    }
+    while (const char* cut = NextLineEnd(at, end)) {
+      if (*cut == '\r' && cut + 1 == end) {  // the LF that may follow is in the next piece
+        pending_cr_ = true;
+        break;
+      }
+      LineBegins(at = cut + 1 + (*cut == '\r' && cut[1] == '\n'));
+    }
+    if (active_) sha_.Add(std::string_view(segment_, static_cast<std::size_t>(end - segment_)));
+  }
+
+  void Finish() {
+    if (active_) identities_[spans_[next_].match] = sha_.HexDigest();
+  }
+
+ private:
+  static const char* NextLineEnd(const char* at, const char* end) {
+    const auto n = static_cast<std::size_t>(end - at);
+    const void* lf = std::memchr(at, '\n', n);
+    const void* cr =
+        std::memchr(at, '\r', lf ? static_cast<std::size_t>(static_cast<const char*>(lf) - at) : n);
+    return static_cast<const char*>(cr ? cr : lf);
+  }
+
+  void LineBegins(const char* at) {
+    ++line_;
+    if (active_ && line_ > spans_[next_].last) {
+      sha_.Add(std::string_view(segment_, static_cast<std::size_t>(at - segment_)));
+      identities_[spans_[next_++].match] = sha_.HexDigest();
+      sha_ = Sha256();
+      active_ = false;
+    }
+    if (!active_ && next_ < spans_.size() && line_ == spans_[next_].first) {
+      active_ = true;
+      segment_ = at;
+    }
+  }
+
+  std::vector<LineSpan> spans_;
+  std::vector<std::string>& identities_;
+  Sha256 sha_;
+  std::uint64_t line_ = 0;  // the line the next byte belongs to
+  std::size_t next_ = 0;    // the span being hashed or the next one
+  bool active_ = false;
+  bool pending_cr_ = false;
+  const char* segment_ = nullptr;  // where the unhashed bytes of the span begin
+};
+
+}  // namespace
+
+std::optional<std::vector<std::string>> MatchIdentities(const std::vector<std::string>& files,
+                                                        const std::vector<Match>& matches) {
+  std::vector<std::string> identities(matches.size());
+  for (std::size_t file = 0; file < files.size(); ++file) {
+    std::vector<LineSpan> spans;
+    for (std::size_t m = 0; m < matches.size(); ++m) {
+      if (matches[m].span.first.file == file)
+        spans.push_back({matches[m].span.first.line, matches[m].span.last.line, m});
+    }
+    if (spans.empty()) continue;
+    std::ifstream log(files[file], std::ios::binary);
+    if (!log) return std::nullopt;
+    SpanHasher hasher(std::move(spans), identities);
+    std::vector<char> piece(1 << 20);
+    while (log.read(piece.data(), static_cast<std::streamsize>(piece.size())) || log.gcount() > 0) {
+      hasher.Feed(piece.data(), piece.data() + log.gcount());
+    }
+    if (log.bad()) return std::nullopt;
+    hasher.Finish();
+  }
+  for (const std::string& identity : identities) {
+    if (identity.empty()) return std::nullopt;  // a log shorter than when it was analysed
+  }
+  return identities;
+}
+
+}  // namespace vantor
