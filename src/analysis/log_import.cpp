@@ -244,19 +244,23 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   const auto log_output_file = side_file(kLogOutputFile);
   TextFileWriter& log_output = *log_output_file;
   for (TextId row : sheet.List1.Ids()) log_output.WriteLine(sheet.List1.Pool().Text(row));
-  if (sheet.KeepsPlaces()) sheet.SourceFiles.push_back(file_name);
+  sheet.SourceFiles.push_back(file_name);
+  std::size_t kept_before = sheet.List1.Count();
   PhysicalLines numbers;
-  const std::size_t file = sheet.KeepsPlaces() ? sheet.SourceFiles.size() - 1 : 0;
+  const std::size_t file = sheet.SourceFiles.size() - 1;
   KeptLines kept(sheet.List1, log_output, file);
   const bool read_all = text.ForEachLine(
       [&](std::string_view line, char end) {
         const std::uint64_t number = numbers.Number(line, end);
-        if (sheet.KeepsPlaces()) {
-          if (const auto marker = MatchMarkerOf(line)) sheet.Markers.push_back({SourceLine::At(file, number), *marker});
+        if (sheet.RecordsMarkers) {
+          if (const auto marker = MatchMarkerOf(line)) {
+            sheet.Markers.push_back({SourceLine::At(file, number), *marker, kept_before});
+          }
         }
         switch (ClassifyLogLine(line)) {
           case LineFate::kKept:
             kept.Add(line, number);
+            ++kept_before;
             break;
           case LineFate::kIgnored:
             ignored.WriteLine(line);
@@ -273,8 +277,9 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   const int read_error = errno;
   sheet.LinesRead += numbers.Count();
   kept.Finish();
-  if (sheet.KeepsPlaces())
-    sheet.Markers.push_back({SourceLine::At(file, numbers.Count() + 1), kMatchMarkers.size()});
+  if (sheet.RecordsMarkers) {
+    sheet.Markers.push_back({SourceLine::At(file, numbers.Count() + 1), kMatchMarkers.size(), kept_before});
+  }
   if (!read_all) host.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
   log_output.WriteLine("");
   Report(host, ignored.Commit());

@@ -47,11 +47,20 @@ inline constexpr std::array<MatchMarker, 9> kMatchMarkers = {{
 // How a match ended at the end of a log file.
 inline constexpr std::string_view kEndOfLogHow = "end of the log";
 
+// The event lists a marker divides: kills (List2..List4), flag events
+// (List5/List6) and destroyed sentry guns (List10).
+enum EventList : std::size_t { kKillEvents, kFlagEvents, kSentryEvents };
+
 // Where a marker stands: the place of its line and its row of kMatchMarkers
-// (kMatchMarkers.size() for the end of a log).
+// (kMatchMarkers.size() for the end of a log); the kept lines before it (in
+// List1) and, once KillCheck has made the events, the events before it in
+// each event list. A match is cut out of the event lists by these counts,
+// so no line needs to keep its place for it.
 struct MarkerPlace {
   SourceLine place;
   std::size_t row = 0;
+  std::size_t kept_before = 0;
+  std::array<std::size_t, 3> events_before{};
 
   MarkerKind Kind() const {
     return row < kMatchMarkers.size() ? kMatchMarkers[row].kind : MarkerKind::kEndOfLog;

@@ -33,6 +33,8 @@ struct Worksheet {
   // Where the matches of the run begin and end, in log order; kept with
   // the places, since a match is a stretch of them.
   MarkerPlaces Markers;
+  // Whether the import records the markers (the matches of a run need them).
+  bool RecordsMarkers = false;
 
   Worksheet() { Empty(); }
 

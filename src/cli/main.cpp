@@ -121,7 +121,9 @@ std::uint64_t SizeOf(const std::string& path) {
 
 void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::Form1& form) {
   // The lines behind the counts, and the matches, only matter to the exports.
-  form.KeepPlaces(options.json || options.csv || options.summary || options.archive);
+  form.KeepPlaces(options.json || options.csv);
+  // The matches of a run are cut along the markers the import records.
+  form.RecordsMarkers = options.json || options.summary || options.archive;
   form.write_side_files = !options.no_side_files;
   if (options.report) form.report_override = *options.report;
   std::uint64_t total = 0, before = 0;

@@ -62,19 +62,30 @@ void Record(Worksheet& sheet, const RecognitionMemo::Event& event, const EventSo
   }
 }
 
+// Each marker at or before row learns how many events each list holds then.
+void CountEventsBefore(Worksheet& sheet, std::size_t row, std::size_t& next_marker) {
+  for (; next_marker < sheet.Markers.size() && sheet.Markers[next_marker].kept_before <= row; ++next_marker) {
+    sheet.Markers[next_marker].events_before = {sheet.List2.Count(), sheet.List5.Count(),
+                                                sheet.List10.Count()};
+  }
+}
+
 }  // namespace
 
 void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   WorksheetList& lines = sheet.List1;
   RecognitionMemo memo(rules, lines.Pool());
+  std::size_t next_marker = 0;
   // One walk in row order: each row's event is recorded as the row is met,
   // and a row stays only when no rule recognised it and it is not blank.
   lines.RetainIf([&](std::size_t row) {
+    CountEventsBefore(sheet, row, next_marker);
     const TextId line = lines.IdAt(row);
     const RecognitionMemo::Event& event = memo.Of(line);
     Record(sheet, event, {lines.PlaceAt(row).place, line});
     return event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
   });
+  CountEventsBefore(sheet, static_cast<std::size_t>(-1), next_marker);
   lines.ShrinkToFit();  // most rows were recognised: let their places go
 }
 

@@ -96,11 +96,11 @@ std::vector<Moment> MomentsOf(const RunRecord& run, const Match& match) {
     blue.emplace(match.members[s].strPlayerName, s < match.blue_count);
   std::vector<Moment> moments;
   const CountedEvents& e = run.events;
-  for (auto [row, end] = RowsIn(e.killer, match.span); row < end; ++row) {
+  for (auto [row, end] = RowsIn(e.killer, kKillEvents, match.span); row < end; ++row) {
     const auto team = blue.find(e.killer.At(row));
     if (team != blue.end()) moments.push_back({e.killer.PlaceAt(row).place, team->second, false});
   }
-  for (auto [row, end] = RowsIn(e.flag_text, match.span); row < end; ++row) {
+  for (auto [row, end] = RowsIn(e.flag_text, kFlagEvents, match.span); row < end; ++row) {
     const std::string& action = e.flag_action.At(row);
     if (action.starts_with("Flag Capture")) {
       moments.push_back({e.flag_text.PlaceAt(row).place, action.ends_with("(Blue)"), true});

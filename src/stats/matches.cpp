@@ -12,28 +12,16 @@ namespace vantor {
 
 namespace {
 
-bool Before(SourceLine a, SourceLine b) { return a.file != b.file ? a.file < b.file : a.line < b.line; }
-
 SourceLine LineBefore(SourceLine place) {
   return SourceLine::At(place.file, place.line > 1 ? place.line - 1 : place.line);
 }
 
 }  // namespace
 
-std::pair<std::size_t, std::size_t> RowsIn(const WorksheetList& list, const MatchSpan& span) {
-  const auto first_not_before = [&](SourceLine place) {
-    std::size_t low = 0, high = list.Count();
-    while (low < high) {
-      const std::size_t mid = (low + high) / 2;
-      if (Before(list.PlaceAt(mid).place, place)) {
-        low = mid + 1;
-      } else {
-        high = mid;
-      }
-    }
-    return low;
-  };
-  return {first_not_before(span.from), first_not_before(span.to)};
+std::pair<std::size_t, std::size_t> RowsIn(const WorksheetList& list, EventList which,
+                                           const MatchSpan& span) {
+  const std::size_t end = std::min(span.to_rows[which], list.Count());
+  return {std::min(span.from_rows[which], end), end};
 }
 
 namespace {
@@ -50,9 +38,10 @@ void CopyRows(std::initializer_list<std::pair<const WorksheetList*, WorksheetLis
 void FillSheet(const RunRecord& run, const MatchSpan& span, Worksheet& sheet) {
   const CountedEvents& e = run.events;
   CopyRows({{&e.killer, &sheet.List2}, {&e.victim, &sheet.List3}, {&e.method, &sheet.List4}},
-           RowsIn(e.killer, span));
-  CopyRows({{&e.flag_text, &sheet.List5}, {&e.flag_action, &sheet.List6}}, RowsIn(e.flag_text, span));
-  CopyRows({{&e.destroyer, &sheet.List10}}, RowsIn(e.destroyer, span));
+           RowsIn(e.killer, kKillEvents, span));
+  CopyRows({{&e.flag_text, &sheet.List5}, {&e.flag_action, &sheet.List6}},
+           RowsIn(e.flag_text, kFlagEvents, span));
+  CopyRows({{&e.destroyer, &sheet.List10}}, RowsIn(e.destroyer, kSentryEvents, span));
 }
 
 // The stages of a run, from the roster to the tallies, over one match.
@@ -74,20 +63,30 @@ void AnalyseSheet(Worksheet& sheet, int passes, Match& match) {
 
 std::vector<MatchSpan> SplitMatches(const MarkerPlaces& markers) {
   std::vector<MatchSpan> spans;
-  std::optional<SourceLine> open = SourceLine::At(0, 1);
+  std::optional<MarkerPlace> open = MarkerPlace{SourceLine::At(0, 1)};  // where the open span began
   for (const MarkerPlace& marker : markers) {
     const MarkerKind kind = marker.Kind();
     if (open) {
       const SourceLine last = kind == MarkerKind::kMatchEnd ? marker.place : LineBefore(marker.place);
-      spans.push_back({*open, marker.place, *open, last, marker.How()});
+      spans.push_back({open->place, marker.place, open->place, last, marker.How(), open->events_before,
+                       marker.events_before});
     }
     open.reset();
-    if (kind == MarkerKind::kMapLoad) open = marker.place;
-    if (kind == MarkerKind::kEndOfLog) open = SourceLine::At(marker.place.file + 1, 1);
+    if (kind == MarkerKind::kMapLoad) open = marker;
+    if (kind == MarkerKind::kEndOfLog)
+      open = MarkerPlace{SourceLine::At(marker.place.file + 1, 1), 0, 0, marker.events_before};
   }
-  // Without markers (a run that kept no places), the whole run is one match.
-  if (markers.empty())
-    spans.push_back({*open, SourceLine::At(SourceLine::kMaxFile, 0), *open, *open, kEndOfLogHow});
+  // Without markers (a run that recorded none), the whole run is one match.
+  if (markers.empty()) {
+    constexpr std::size_t kAll = static_cast<std::size_t>(-1);
+    spans.push_back({open->place,
+                     SourceLine::At(SourceLine::kMaxFile, 0),
+                     open->place,
+                     open->place,
+                     kEndOfLogHow,
+                     {},
+                     {kAll, kAll, kAll}});
+  }
   return spans;
 }
 

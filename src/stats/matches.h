@@ -23,6 +23,8 @@ struct MatchSpan {
   SourceLine from, to;
   SourceLine first, last;
   std::string_view ended;  // how it ended (a marker's "how")
+  // The rows of each event list (by EventList) in the span: [from, to).
+  std::array<std::size_t, 3> from_rows{}, to_rows{};
 };
 
 // Cuts the run along its markers (in log order). Lines before the first
@@ -32,9 +34,8 @@ struct MatchSpan {
 // its last match.
 std::vector<MatchSpan> SplitMatches(const MarkerPlaces& markers);
 
-// The rows of an event list of a run (in log order, with places) that lie
-// in the span: [first, second).
-std::pair<std::size_t, std::size_t> RowsIn(const WorksheetList& list, const MatchSpan& span);
+// The rows of one event list of a run that lie in the span: [first, second).
+std::pair<std::size_t, std::size_t> RowsIn(const WorksheetList& list, EventList which, const MatchSpan& span);
 
 struct Match {
   std::size_t number = 0;  // 1, 2, ... among the matches kept

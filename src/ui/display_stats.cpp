@@ -379,6 +379,7 @@ void DisplayStats::CreateForm1() {
   form1_ = std::make_unique<Form1>(*host_);
   // The details window explains every number, so the run keeps the places.
   form1_->KeepPlaces(true);
+  form1_->RecordsMarkers = true;
 }
 
 void DisplayStats::ShowPlayerDetails(int row) {

@@ -14,14 +14,14 @@
 namespace vantor::testing {
 namespace {
 
-// The run of logs (several: Append, then Process), with places kept.
+// The run of logs (several: Append, then Process), with its markers.
 std::shared_ptr<const RunRecord> RunOf(const std::vector<std::string>& logs) {
   ScratchDir dir;
   FakeHost host;
   host.program_dir = dir.path();
   host.append = logs.size() > 1;
   Form1 form(host);
-  form.KeepPlaces(true);
+  form.RecordsMarkers = true;
   for (std::size_t i = 0; i < logs.size(); ++i) {
     host.chosen_log = dir / ("m" + std::to_string(i) + ".log");
     WriteBytes(host.chosen_log, logs[i]);
