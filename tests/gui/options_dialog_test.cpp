@@ -82,6 +82,17 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(Texts(), stored);
   }
 
+  void okThatCannotSaveSaysWhereAndKeepsTheDialogOpen() {
+    const QString file = desktop_->dir.filePath("Vantor Log Analyzer/Vantor Log Analyzer.conf");
+    QVERIFY(QFile::remove(file) && QDir().mkdir(file));  // a folder where the file should be
+    Type("a", "b");
+    dialog_->findChild<QPushButton*>("cmdOK")->click();
+    QCOMPARE(desktop_->messages, QStringList{"Vantor Log Analyzer | Could not save the settings to " + file +
+                                             ": the file cannot be written. | 3 | OK"});
+    QVERIFY(dialog_->isVisible());
+    QCOMPARE(Texts(), QStringList({"a", "b"}));
+  }
+
   void browseReplacesTheTextOnlyWhenAFolderIsChosen_data() {
     QTest::addColumn<QString>("button");
     QTest::addColumn<QStringList>("answer_and_texts");  // "=" for a text left as it was
