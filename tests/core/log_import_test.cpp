@@ -134,27 +134,23 @@ TEST_F(LogImport, AppendModeLogOutputHoldsBothFilesAndTheOtherSideFilesTheLastOn
             "Alpha cratered.\r\nCharlie cratered.\r\n\r\n||");
 }
 
-TEST_F(LogImport, WithoutAppendAnImportStartsFromAnEmptyWorksheet) {
-  Open("^7Alpha cratered.\n");
-  form_.List2.Append("stale");
-  host_.table[0].Append("stale");
-  Open("^7Bravo cratered.\n");
-  EXPECT_EQ(form_.List1.Rows(), (V{"Bravo cratered."}));
-  EXPECT_EQ(form_.List2.Count() + host_.table.RowCount(), 0u);
-}
-
-TEST_F(LogImport, NoChosenFileShowsAMessageAndLeavesTheSideFilesAlone) {
+TEST_F(LogImport, WithoutAppendEveryImportStartsFromAnEmptyWorksheet) {
   for (const char* name : {"logoutput.txt", "ignored.txt", "chat.txt"}) WriteBytes(dir_ / name, name);
   host_.append = true;
   form_.List1.Append("kept from before");
   form_.LoadFile();
   EXPECT_EQ(form_.List1.Rows(), (V{"kept from before"}));
   host_.append = false;
+  form_.List2.Append("stale");
+  host_.table[0].Append("stale");
   form_.LoadFile();
-  EXPECT_TRUE(form_.List1.Empty());
+  EXPECT_EQ(form_.List1.Count() + form_.List2.Count() + host_.table.RowCount(), 0u);
   EXPECT_EQ(host_.messages, Messages(2, {"Choose a file!", MessageIcon::kNone}));
   EXPECT_EQ(Side("logoutput.txt") + Side("ignored.txt") + Side("chat.txt"),
             "logoutput.txtignored.txtchat.txt");
+  form_.List2.Append("stale");
+  Open("^7Bravo cratered.\n");
+  EXPECT_TRUE(form_.List2.Empty());
 }
 
 // The log is read in pieces of 1 MiB; lines that run across pieces and a
