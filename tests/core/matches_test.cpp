@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
         AwardCase{"TieIsShared", {{"A", 2, 0}, {"B", 2, 0}, {"C", 1, 0}}, 0, {"A", "B"}, "most frags: 2"},
         AwardCase{"NobodyReachesOne", {{"A", 0, 1}, {"B", 0, 0}}, 0, {}, "not given: nobody reached 1"},
         AwardCase{"OneCandidateIsTooFew", {{"A", 5, 0}}, 0, {}, "not given: fewer than two players could win it"},
-        AwardCase{"RatioNeedsFiveDeaths", {{"A", 10, 2}, {"B", 12, 6}, {"C", 5, 5}}, 6, {"B"},
+        AwardCase{"RatioNeedsFiveDeaths", {{"A", 10, 4}, {"B", 12, 6}, {"C", 5, 5}}, 6, {"B"},
                   "best frags per death, of those with 5 deaths or more: 2.00"},
         AwardCase{"RatioWithOneCandidate", {{"A", 10, 2}, {"B", 12, 6}}, 6, {},
                   "not given: fewer than two players could win it"},
