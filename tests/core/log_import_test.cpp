@@ -52,8 +52,6 @@ TEST_F(LogImport, FiltersEachLineAndWritesTheSideFiles) {
        {"Alpha cratered.", "Bravo cratered."}, "\r\n", ""},
       {"the last line without a line end goes nowhere", "^7Alpha cratered.\n^7Bravo: no end",
        {"Alpha cratered."}, "", ""},
-      {"an obituary with code 7 is kept stripped", "^1Al^7pha was railed by ^4Bra^^12vo\n",
-       {"Alpha was railed by Bravo"}, "", ""},
       {"sentry text keeps a line, an obituary alone does not",
        "Delta's Sentry Gun was destroyed by Echo.\nDelta's Sentry Gun was destroyed by\n"
        "Alpha was railed by Bravo\n",
@@ -72,9 +70,6 @@ TEST_F(LogImport, FiltersEachLineAndWritesTheSideFiles) {
        "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n"},
       {"chat without code 7 goes unstripped to ignored only", "^1Bravo: ^2plain\n", {},
        "^1Bravo: ^2plain\r\n", ""},
-      {"coloured chat with a never-kept text is still chat",
-       "^7Alpha: reconnected^1!\n^7Bravo entered the game: hi\n", {},
-       "Alpha: reconnected!\r\nBravo entered the game: hi\r\n", "Alpha: reconnected!\r\nBravo entered the game: hi\r\n"},
       {"never-kept texts anywhere, near misses kept", "^7connected\n^7cconnected x\n^7x connecte d\n^7conn ected\n",
        {"x connecte d", "conn ected"}, "^7connected\r\n^7cconnected x\r\n", ""},
       {"server command overflow", "^7Server command overflow\n", {},

@@ -26,10 +26,12 @@ class OptionsDialogTest : public QObject {
     dialog_->findChild<QLineEdit*>("txtInputDir")->setText(input);
     dialog_->findChild<QLineEdit*>("txtOutputDir")->setText(output);
   }
-  QStringList Texts() {
-    return {Find("txtInputDir")->property("text").toString(),
-            Find("txtOutputDir")->property("text").toString()};
+  QStringList TextsOf(const QStringList& names) {
+    QStringList texts;
+    for (const QString& name : names) texts << Find(name)->property("text").toString();
+    return texts;
   }
+  QStringList Texts() { return TextsOf({"txtInputDir", "txtOutputDir"}); }
   static QStringList Stored() {
     return {FakeDesktop::Store().value("Main/InputDir", "absent").toString(),
             FakeDesktop::Store().value("Main/OutputDir", "absent").toString()};
@@ -49,11 +51,8 @@ class OptionsDialogTest : public QObject {
 
   void showsTwoDirectoryRowsAboveOkAndCancel() {
     QCOMPARE(dialog_->windowTitle() + (dialog_->isModal() ? " modal" : ""), QString("Options"));
-    QStringList texts;
-    for (auto name : {"Label1", "cmdBrowseIn", "Label2", "cmdBrowseOut", "cmdOK", "cmdCancel"}) {
-      texts << Find(name)->property("text").toString();
-    }
-    QCOMPARE(texts, QStringList({"Input Directory", "Browse", "Output Directory", "Browse", "OK", "Cancel"}));
+    QCOMPARE(TextsOf({"Label1", "cmdBrowseIn", "Label2", "cmdBrowseOut", "cmdOK", "cmdCancel"}),
+             QStringList({"Input Directory", "Browse", "Output Directory", "Browse", "OK", "Cancel"}));
   }
 
   void onlyOkStoresTheTextsAsTyped_data() {
