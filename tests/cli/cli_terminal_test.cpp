@@ -58,11 +58,9 @@ TEST(VantorCliTerminal, InstalledCopySendsSideFilesToTheUsersStateDirectoryOnceS
   for (const std::string& d : {bin, data, out}) fs::create_directory(d);
   fs::copy_file(VANTOR_CLI, bin + "/vantor-cli");
   WriteBytes(dir / "game.log", kLog);
-  fs::permissions(dir.path(), fs::perms::all);
-  fs::permissions(data, fs::perms::all);
-  fs::permissions(out, fs::perms::all);
-  fs::permissions(bin, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
-                           fs::perms::others_exec | fs::perms::group_read | fs::perms::group_exec);
+  for (const std::string& d : {dir.path().string(), data, out}) fs::permissions(d, fs::perms::all);
+  fs::permissions(bin, fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                  fs::perm_options::remove);
   ::setenv("XDG_STATE_HOME", data.c_str(), 1);
   const std::vector<std::string> args = {"--output-dir", out, dir / "game.log"};
   const Outcome first = RunProgram(bin + "/vantor-cli", args, {".", true});

@@ -1,6 +1,5 @@
 // The exports of vantor-cli: JSON exact and valid against the documented
-// schema, CSV that a CSV reader reads back with awkward names intact, and
-// the unknown-line summary.
+// schema, CSV byte for byte, and the unknown-line summary.
 
 #include <gtest/gtest.h>
 
@@ -15,11 +14,11 @@
 namespace vantor::testing {
 namespace {
 
-// Debian's Python, which has python3-jsonschema.
-Outcome Python(const std::string& program, const std::vector<std::string>& args) {
-  std::vector<std::string> all = {"-c", program};
-  all.insert(all.end(), args.begin(), args.end());
-  return RunProgram("/usr/bin/python3", all);
+// ",0" n times: the counts of a CSV row that are 0.
+std::string Zeros(int n) {
+  std::string zeros;
+  while (n-- > 0) zeros += ",0";
+  return zeros;
 }
 
 // Analyses log (as log_name in dir) with one export option writing to file.
@@ -82,44 +81,53 @@ TEST(Exports, JsonOfASmallRunIsExact) {
       json["evening"]["awards"][0].dump(),
       "{\"award\":\"top_fragger\",\"title\":\"Top fragger\",\"winners\":[\"Ren\xc3\xa9\"],\"value\":1.0,"
       "\"reason\":\"most frags: 1\"}");
-  // Every field the schema lists, and no other.
-  const Outcome valid = Python(
-      "import json, sys, jsonschema\n"
-      "schema = json.load(open(sys.argv[2]))\n"
-      "def strict(node):\n"
-      "  if isinstance(node, dict):\n"
-      "    if 'properties' in node: node['additionalProperties'] = False\n"
-      "    for child in node.values(): strict(child)\n"
-      "  elif isinstance(node, list):\n"
-      "    for child in node: strict(child)\n"
-      "strict(schema)\n"
-      "jsonschema.validate(json.load(open(sys.argv[1], encoding='utf-8')), schema)\n",
-      {dir / "run.json", DataPath("../../docs/vantor-statistics.schema.json")});
+  // Every field the schema lists, and no other (Debian's Python has python3-jsonschema).
+  const Outcome valid = RunProgram(
+      "/usr/bin/python3",
+      {"-c",
+       "import json, sys, jsonschema\n"
+       "def strict(node):\n"
+       "  if isinstance(node, dict) and 'properties' in node: node['additionalProperties'] = False\n"
+       "  for child in node.values() if isinstance(node, dict) else node if isinstance(node, list) else []:\n"
+       "    strict(child)\n"
+       "schema = json.load(open(sys.argv[2]))\n"
+       "strict(schema)\n"
+       "jsonschema.validate(json.load(open(sys.argv[1], encoding='utf-8')), schema)\n",
+       dir / "run.json", DataPath("../../docs/vantor-statistics.schema.json")});
   EXPECT_EQ(valid.err, "");
   EXPECT_EQ(valid.status, 0);
 }
 
-TEST(Exports, CsvRoundTripsNamesWithCommasQuotesAndHighBytes) {
+// Quoted where a name holds a comma or a quote, an apostrophe before a
+// name a spreadsheet would take for a formula, Windows-1252 as UTF-8.
+TEST(Exports, CsvQuotesAwkwardNamesAndDisarmsFormulas) {
   ScratchDir dir;
   ExportOf(
       dir,
       "^7Al,pha got the BLUE flag!\r\n^7\"Q\"uote got the RED flag!\r\n^7Ren\xe9\x80 got the RED flag!\r\n"
-      "^7\"Q\"uote was railed by Al,pha\r\n^7Ren\xe9\x80 was railed by Al,pha\r\n",
+      "^7=cmd got the RED flag!\r\n^7\"Q\"uote was railed by Al,pha\r\n^7Ren\xe9\x80 was railed by Al,pha\r\n"
+      "^7=cmd was railed by Al,pha\r\n^7+cmd was railed by Al,pha\r\n^7-cmd was railed by Al,pha\r\n"
+      "^7@cmd was railed by Al,pha\r\n",
       "--csv", "run.csv");
-  const std::string csv = ReadBytes(dir / "run.csv");
-  EXPECT_EQ(csv.substr(0, 37), "slot,name,team,frags,deaths,suicides,");
-  const Outcome read = Python(
-      "import csv, sys\n"
-      "rows = list(csv.reader(open(sys.argv[1], encoding='utf-8', newline='')))\n"
-      "print(len(rows), len(rows[0]))\n"
-      "for row in rows[1:]: print('|'.join(row[:5]))\n",
-      {dir / "run.csv"});
-  EXPECT_EQ(read.err, "");
-  EXPECT_EQ(read.out,
-            "4 55\n"
-            "1|\"Q\"uote|Blue|0|1\n"
-            "2|Ren\xc3\xa9\xe2\x82\xac|Blue|0|1\n"
-            "3|Al,pha|Red|2|0\n");
+  const std::string header =
+      "slot,name,team,frags,deaths,suicides,flag_grabs,fc_defends,flag_captures,flag_defends,base_defends,"
+      "fc_kills,sentry_kills,Rocket Splash,Rocket Hit,Turret Grenade,Proximity Grenade,Hyperblaster,"
+      "Homing Missile,MegaChaingun,Minigun,Laser Defense,Shrapnel Grenade,Kamikaze,Grenade,Lightning Gun,"
+      "Plasmabomb,Sentry Killer,SK Splash,Super Shotgun,Sentry Rocket,Sentry Gun,Magnotron Grenade,"
+      "Ion Fuser,Sniper Headshot,Sniper Rifle,Sniper Legshot,Rail Gun,Pipe Bomb,Pistol,Knife,Uzi,"
+      "Goodyear Grenade,Handgrenade Hit,Handgrenade Splash,Disease,Plague Dart,Shotgun,"
+      "Napalm Rocket Splash,Napalm Rocket Hit,Flamethrower,Flame Damage,Napalm Grenade,Freeze Gun,"
+      "Gauntlet\r\n";
+  // clang-format off
+  EXPECT_EQ(ReadBytes(dir / "run.csv"), header +
+            "1,\"\"\"Q\"\"uote\",Blue,0,1,0,1" + Zeros(48) + "\r\n" +
+            "2,Ren\xc3\xa9\xe2\x82\xac,Blue,0,1,0,1" + Zeros(48) + "\r\n" +
+            "3,'=cmd,Blue,0,1,0,1" + Zeros(48) + "\r\n" +
+            "4,'+cmd,Blue,0,1" + Zeros(50) + "\r\n" +
+            "5,'-cmd,Blue,0,1" + Zeros(50) + "\r\n" +
+            "6,'@cmd,Blue,0,1" + Zeros(50) + "\r\n" +
+            "7,\"Al,pha\",Red,6,0,0,1" + Zeros(30) + ",6" + Zeros(17) + "\r\n");
+  // clang-format on
 }
 
 }  // namespace

@@ -60,14 +60,13 @@ TEST(Summary, HostileNamesAreTextAndThePageStandsAlone) {
                 .status,
             0);
   const std::string page = ReadBytes(dir / "s.html");
-  EXPECT_NE(page.find("<td>&lt;script&gt;document.body.dataset.pwned=1&lt;/script&gt;</td>"),
-            std::string::npos);
-  EXPECT_NE(page.find("<td>&lt;img src=x onerror=alert(1)&gt;</td>"), std::string::npos);
-  EXPECT_NE(page.find("Ren\xc3\xa9"), std::string::npos);
-  EXPECT_EQ(page.find("<img"), std::string::npos);
-  EXPECT_EQ(page.find("<script>document"), std::string::npos);
-  for (const char* outside : {"http:", "https:", "src=\"", "url(", "@import", "href=\"/", "href=\"h"}) {
-    EXPECT_EQ(page.find(outside), std::string::npos) << outside;
+  for (const char* shown : {"<td>&lt;script&gt;document.body.dataset.pwned=1&lt;/script&gt;</td>",
+                            "<td>&lt;img src=x onerror=alert(1)&gt;</td>", "Ren\xc3\xa9"}) {
+    EXPECT_NE(page.find(shown), std::string::npos) << shown;
+  }
+  for (const char* absent :
+       {"<img", "<script>document", "http:", "https:", "src=\"", "url(", "@import", "href=\"/", "href=\"h"}) {
+    EXPECT_EQ(page.find(absent), std::string::npos) << absent;
   }
 }
 

@@ -77,9 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "0:8-13 (a player hit the frag limit) 0:1 Red Blue=B Red=A"}},
         SplitCase{
             "FragmentsWithoutEventsAreNoMatch",
-            {"CL_InitCGame: 0.4 seconds\n----- CL_Shutdown -----\nlogfile opened on Sat Jun 15 20:15:00 "
-             "2024\n"
-             "CL_InitCGame: 0.4 seconds\n" +
+            {"CL_InitCGame: 0.4 seconds\n----- CL_Shutdown -----\n"
+             "logfile opened on Sat Jun 15 20:15:00 2024\nCL_InitCGame: 0.4 seconds\n" +
              kABlueBRed + "CL_InitCGame: 0.4 seconds\n" + kABlueBRed + "----- CL_Shutdown -----\n"},
             {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
         SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
@@ -124,26 +123,21 @@ TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
   EXPECT_EQ(award.Reason(), GetParam().reason);
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Counts, Awards,
     ::testing::Values(
         AwardCase{"UniqueLeader", {{"A", 3, 0}, {"B", 1, 0}}, 0, {"A"}, "most frags: 3"},
         AwardCase{"TieIsShared", {{"A", 2, 0}, {"B", 2, 0}, {"C", 1, 0}}, 0, {"A", "B"}, "most frags: 2"},
         AwardCase{"NobodyReachesOne", {{"A", 0, 1}, {"B", 0, 0}}, 0, {}, "not given: nobody reached 1"},
-        AwardCase{
-            "OneCandidateIsTooFew", {{"A", 5, 0}}, 0, {}, "not given: fewer than two players could win it"},
-        AwardCase{"RatioNeedsFiveDeaths",
-                  {{"A", 10, 2}, {"B", 12, 6}, {"C", 5, 5}},
-                  6,
-                  {"B"},
+        AwardCase{"OneCandidateIsTooFew", {{"A", 5, 0}}, 0, {}, "not given: fewer than two players could win it"},
+        AwardCase{"RatioNeedsFiveDeaths", {{"A", 10, 4}, {"B", 12, 6}, {"C", 5, 5}}, 6, {"B"},
                   "best frags per death, of those with 5 deaths or more: 2.00"},
-        AwardCase{"RatioWithOneCandidate",
-                  {{"A", 10, 2}, {"B", 12, 6}},
-                  6,
-                  {},
+        AwardCase{"RatioWithOneCandidate", {{"A", 10, 2}, {"B", 12, 6}}, 6, {},
                   "not given: fewer than two players could win it"},
         AwardCase{"MostDeaths", {{"A", 0, 4}, {"B", 9, 3}}, 8, {"A"}, "most deaths: 4"}),
     [](const auto& info) { return info.param.name; });
+// clang-format on
 
 }  // namespace
 }  // namespace vantor::testing

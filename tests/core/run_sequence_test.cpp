@@ -28,7 +28,7 @@ class RunSequence : public ::testing::Test {
   Form1 form_;
 };
 
-TEST_F(RunSequence, ProcessRunChangesTheCaptionAndEmptiesEverything) {
+TEST_F(RunSequence, ProcessRunChangesTheCaptionAndEmptiesTheListsButNotTheTallies) {
   host_.append = true;
   Open("a.log", "^7Alpha got the RED flag!\r\n");
   Open("b.log", "^7Bravo was railed by Alpha\r\n^7odd line\r\n");
@@ -41,6 +41,9 @@ TEST_F(RunSequence, ProcessRunChangesTheCaptionAndEmptiesEverything) {
        {&form_.List1, &form_.List2, &form_.List5, &form_.List7, &form_.List8, &form_.List9, &form_.List10}) {
     EXPECT_EQ(l->Count(), 0u);
   }
+  EXPECT_EQ(form_.tally.size(), 2u);
+  EXPECT_EQ(form_.tally[1].strPlayerName, "Bravo");
+  EXPECT_FALSE(form_.strPlayerTeam.empty());
   EXPECT_EQ(ReadBytes(dir_ / "unknown.txt"), "odd line\r\n\r\n");
   EXPECT_EQ(host_.opened, (V{dir_ / "b.html"}));
 }
@@ -81,16 +84,6 @@ TEST_F(RunSequence, UnwritableUnknownLinesAreReportedAndTheReportStillOpens) {
   EXPECT_EQ(host_.messages.back().text,
             "Could not write " + (dir_ / "gone") + "/unknown.txt: No such file or directory");
   EXPECT_EQ(host_.opened, (V{dir_ / "a.html"}));
-}
-
-TEST_F(RunSequence, ClearListsLeavesTalliesAndColoursAlone) {
-  Open("a.log", "^7Alpha got the RED flag!\r\n^7Bravo was railed by Alpha\r\n");
-  OpenRun(form_);
-  form_.ClearLists();
-  EXPECT_EQ(form_.List1.Count() + form_.List7.Count() + host_.table.RowCount(), 0u);
-  EXPECT_EQ(form_.tally.size(), 2u);
-  EXPECT_EQ(form_.tally[1].strPlayerName, "Bravo");
-  EXPECT_FALSE(form_.strPlayerTeam.empty());
 }
 
 }  // namespace

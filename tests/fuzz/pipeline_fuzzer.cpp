@@ -1,13 +1,9 @@
-// libFuzzer target over the whole pipeline: arbitrary bytes become one log,
-// or two logs analysed together, in a scratch directory; the core imports,
-// recognises, counts and reports them with the tests' fake host. Besides
-// crashes, sanitizer findings and leaks, every broken promise of the run is
-// a finding: a message shown, a changed log, a report not opened or cut
-// short, side files that disagree with each other.
-//
-// Input layout: when the first byte is below 0x20 and its bit 1 is set, the
-// second byte says where the rest is cut into two logs, as a fraction of
-// 255, appended and processed together. Otherwise the input is one log.
+// libFuzzer target over the whole pipeline with the tests' fake host. The
+// input is one log, or, when its first byte is below 0x20 with bit 1 set,
+// two logs appended and processed together, the second byte cutting the rest
+// as a fraction of 255. Besides crashes, sanitizer findings and leaks, every
+// broken promise of the run is a finding: a message shown, a changed log, a
+// report not opened or cut short, side files that disagree with each other.
 
 #include <cstdint>
 #include <cstdio>

@@ -26,10 +26,12 @@ class OptionsDialogTest : public QObject {
     dialog_->findChild<QLineEdit*>("txtInputDir")->setText(input);
     dialog_->findChild<QLineEdit*>("txtOutputDir")->setText(output);
   }
-  QStringList Texts() {
-    return {Find("txtInputDir")->property("text").toString(),
-            Find("txtOutputDir")->property("text").toString()};
+  QStringList TextsOf(const QStringList& names) {
+    QStringList texts;
+    for (const QString& name : names) texts << Find(name)->property("text").toString();
+    return texts;
   }
+  QStringList Texts() { return TextsOf({"txtInputDir", "txtOutputDir"}); }
   static QStringList Stored() {
     return {FakeDesktop::Store().value("Main/InputDir", "absent").toString(),
             FakeDesktop::Store().value("Main/OutputDir", "absent").toString()};
@@ -49,11 +51,8 @@ class OptionsDialogTest : public QObject {
 
   void showsTwoDirectoryRowsAboveOkAndCancel() {
     QCOMPARE(dialog_->windowTitle() + (dialog_->isModal() ? " modal" : ""), QString("Options"));
-    QStringList texts;
-    for (auto name : {"Label1", "cmdBrowseIn", "Label2", "cmdBrowseOut", "cmdOK", "cmdCancel"}) {
-      texts << Find(name)->property("text").toString();
-    }
-    QCOMPARE(texts, QStringList({"Input Directory", "Browse", "Output Directory", "Browse", "OK", "Cancel"}));
+    QCOMPARE(TextsOf({"Label1", "cmdBrowseIn", "Label2", "cmdBrowseOut", "cmdOK", "cmdCancel"}),
+             QStringList({"Input Directory", "Browse", "Output Directory", "Browse", "OK", "Cancel"}));
   }
 
   void onlyOkStoresTheTextsAsTyped_data() {
@@ -80,6 +79,17 @@ class OptionsDialogTest : public QObject {
     Show();  // a new dialog reads the store afresh
     QVERIFY(closed.isNull());
     QCOMPARE(Texts(), stored);
+  }
+
+  void okThatCannotSaveSaysWhereAndKeepsTheDialogOpen() {
+    const QString file = desktop_->dir.filePath("Vantor Log Analyzer/Vantor Log Analyzer.conf");
+    QVERIFY(QFile::remove(file) && QDir().mkdir(file));  // a folder where the file should be
+    Type("a", "b");
+    dialog_->findChild<QPushButton*>("cmdOK")->click();
+    QCOMPARE(desktop_->messages, QStringList{"Vantor Log Analyzer | Could not save the settings to " + file +
+                                             ": the file cannot be written. | 3 | OK"});
+    QVERIFY(dialog_->isVisible());
+    QCOMPARE(Texts(), QStringList({"a", "b"}));
   }
 
   void browseReplacesTheTextOnlyWhenAFolderIsChosen_data() {

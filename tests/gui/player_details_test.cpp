@@ -20,25 +20,21 @@ const char kWorkedExample[] =
     "^7Bravo was railed by Alpha\r\n^7Bravo cratered.\r\n^7Alpha was knifed by Bravo\r\n"
     "^7Charlie was railed by Alpha\r\n";
 
-// All rows of the counts table: the ten counts in their order, then the
-// report's class tables and the weapon no class table shows; every weapon
-// count 0 but those given.
+// The rows of the counts table: the ten counts in their order, then the
+// report's class tables and the weapon no class table shows.
+const char kCountLabels[] =
+    "Frags,Deaths (suicides included),Suicides,Flag Grabs,FC Defends,Flag Captures,Flag Defends,"
+    "Base Defends,FC Kills,Sentry Kills,Marine Stats,Rocket Splash,Rocket Hit,Turret Gren,Proxy Gren,"
+    "Hyperblaster,Homer,Gunner Stats,Megachaingun,Minigun,Laser Def,Shrapnel Grenade,Engineer Stats,"
+    "Super Shotgun,Sentry Rocket,Sentry,Ion Fuser,Cyborg Stats,Kamikazi,Grenade,Lightning Gun,Plasma,"
+    "Sentry KillerK,SK Splash,Sentry Kills,Sniper Stats,Headshot,Sniper Rifle,Legshot,Railgun,Pipebombs,"
+    "Arsonist Stats,Napalm RL Splash,Napalm RL Hit,Flamethrower,Flame Damage,Napalm Grenade,Freeze Gun,"
+    "Assassin/Recon/Nurse Stats,Pistol,Knife,Uzi,Goodyear,Disease,Plague Dart,SSG,Other Stats,"
+    "Handgrenade Hit,Handgrenade Splash,Shotgun,Gauntlet,Other weapons,Magnotron Grenade";
+
+// "label=value" per row, every weapon count 0 but those given.
 QStringList CountRows(const QList<int>& ten, const QMap<QString, int>& weapons) {
-  const QStringList labels =
-      QString(
-          "Frags,Deaths (suicides included),Suicides,Flag Grabs,FC Defends,Flag Captures,Flag Defends,Base "
-          "Defends,FC "
-          "Kills,Sentry Kills,"
-          "Marine Stats,Rocket Splash,Rocket Hit,Turret Gren,Proxy Gren,Hyperblaster,Homer,"
-          "Gunner Stats,Megachaingun,Minigun,Laser Def,Shrapnel Grenade,"
-          "Engineer Stats,Super Shotgun,Sentry Rocket,Sentry,Ion Fuser,"
-          "Cyborg Stats,Kamikazi,Grenade,Lightning Gun,Plasma,Sentry KillerK,SK Splash,Sentry Kills,"
-          "Sniper Stats,Headshot,Sniper Rifle,Legshot,Railgun,Pipebombs,"
-          "Arsonist Stats,Napalm RL Splash,Napalm RL Hit,Flamethrower,Flame Damage,Napalm Grenade,Freeze Gun,"
-          "Assassin/Recon/Nurse Stats,Pistol,Knife,Uzi,Goodyear,Disease,Plague Dart,SSG,"
-          "Other Stats,Handgrenade Hit,Handgrenade Splash,Shotgun,Gauntlet,"
-          "Other weapons,Magnotron Grenade")
-          .split(',');
+  const QStringList labels = QString(kCountLabels).split(',');
   QStringList rows;
   for (int k = 0; k < labels.size(); ++k) {
     const QString& l = labels[k];
@@ -57,7 +53,13 @@ class PlayerDetailsTest : public QObject {
   std::unique_ptr<FakeDesktop> desktop_;
   std::unique_ptr<vantor::DisplayStats> window_;
 
-  // The details window the double-click opened, if any.
+  // The details window that opening a row showed, if any.
+  static QWidget* Shown(const QWidgetList& before) {
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+      if (top->objectName() == "PlayerDetails" && top->isVisible() && !before.contains(top)) return top;
+    }
+    return nullptr;
+  }
   QWidget* DoubleClickRow(int row) {
     const QWidgetList before = QApplication::topLevelWidgets();
     auto* names = window_->findChild<QListWidget*>("lstName");
@@ -65,10 +67,7 @@ class PlayerDetailsTest : public QObject {
     // A double-click as the mouse makes it: a click, then the second press.
     QTest::mouseClick(names->viewport(), Qt::LeftButton, {}, at);
     QTest::mouseDClick(names->viewport(), Qt::LeftButton, {}, at);
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-      if (top->objectName() == "PlayerDetails" && top->isVisible() && !before.contains(top)) return top;
-    }
-    return nullptr;
+    return Shown(before);
   }
   // "label=value" for each row of the counts table; group headings alone.
   static QStringList Counts(QWidget* details) {
@@ -146,11 +145,9 @@ class PlayerDetailsTest : public QObject {
     // Return on a row does what a double-click does; Ctrl+W closes.
     auto* names = window_->findChild<QListWidget*>("lstName");
     names->setCurrentRow(3);
+    const QWidgetList before = QApplication::topLevelWidgets();
     QTest::keyClick(names, Qt::Key_Return);
-    QWidget* bravo = nullptr;
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-      if (top->objectName() == "PlayerDetails" && top->isVisible()) bravo = top;
-    }
+    QWidget* bravo = Shown(before);
     QVERIFY(bravo);
     QCOMPARE(bravo->windowTitle(), QString("Bravo (Red) - Vantor Log Analyzer"));
     QCOMPARE(Counts(bravo), CountRows({1, 2, 1, 1, 0, 0, 0, 0, 0, 0}, {{"Knife", 1}}));
