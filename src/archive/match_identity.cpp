@@ -19,8 +19,9 @@ struct LineSpan {
 // bytes of each span's lines.
 class SpanHasher {
  public:
-  SpanHasher(std::vector<LineSpan> spans, std::vector<std::string>& identities)
-      : spans_(std::move(spans)), identities_(identities) {}
+  SpanHasher(std::vector<LineSpan> spans, std::vector<MatchDigests>& digests,
+             const std::set<std::uint64_t>& beginnings)
+      : spans_(std::move(spans)), digests_(digests), beginnings_(beginnings) {}
 
   void Feed(const char* begin, const char* end) {
     if (line_ == 0) LineBegins(begin);
@@ -41,7 +42,7 @@ class SpanHasher {
   }
 
   void Finish() {
-    if (active_) identities_[spans_[next_].match] = sha_.HexDigest();
+    if (active_) digests_[spans_[next_].match].identity = sha_.HexDigest();
   }
 
  private:
@@ -55,9 +56,15 @@ class SpanHasher {
 
   void LineBegins(const char* at) {
     ++line_;
+    const std::uint64_t lines_done = active_ ? line_ - spans_[next_].first : 0;
+    if (active_ && line_ <= spans_[next_].last && beginnings_.count(lines_done) != 0) {
+      Sha256 beginning = sha_;  // the state so far, finished on a copy
+      beginning.Add(std::string_view(segment_, static_cast<std::size_t>(at - segment_)));
+      digests_[spans_[next_].match].beginnings[lines_done] = beginning.HexDigest();
+    }
     if (active_ && line_ > spans_[next_].last) {
       sha_.Add(std::string_view(segment_, static_cast<std::size_t>(at - segment_)));
-      identities_[spans_[next_++].match] = sha_.HexDigest();
+      digests_[spans_[next_++].match].identity = sha_.HexDigest();
       sha_ = Sha256();
       active_ = false;
     }
@@ -68,7 +75,8 @@ class SpanHasher {
   }
 
   std::vector<LineSpan> spans_;
-  std::vector<std::string>& identities_;
+  std::vector<MatchDigests>& digests_;
+  const std::set<std::uint64_t>& beginnings_;
   Sha256 sha_;
   std::uint64_t line_ = 0;  // the line the next byte belongs to
   std::size_t next_ = 0;    // the span being hashed or the next one
@@ -79,9 +87,10 @@ class SpanHasher {
 
 }  // namespace
 
-std::optional<std::vector<std::string>> MatchIdentities(const std::vector<std::string>& files,
-                                                        const std::vector<Match>& matches) {
-  std::vector<std::string> identities(matches.size());
+std::optional<std::vector<MatchDigests>> MatchIdentities(const std::vector<std::string>& files,
+                                                         const std::vector<Match>& matches,
+                                                         const std::set<std::uint64_t>& beginnings) {
+  std::vector<MatchDigests> identities(matches.size());
   for (std::size_t file = 0; file < files.size(); ++file) {
     std::vector<LineSpan> spans;
     for (std::size_t m = 0; m < matches.size(); ++m) {
@@ -91,7 +100,7 @@ std::optional<std::vector<std::string>> MatchIdentities(const std::vector<std::s
     if (spans.empty()) continue;
     std::ifstream log(files[file], std::ios::binary);
     if (!log) return std::nullopt;
-    SpanHasher hasher(std::move(spans), identities);
+    SpanHasher hasher(std::move(spans), identities, beginnings);
     std::vector<char> piece(1 << 20);
     while (log.read(piece.data(), static_cast<std::streamsize>(piece.size())) || log.gcount() > 0) {
       hasher.Feed(piece.data(), piece.data() + log.gcount());
@@ -99,8 +108,8 @@ std::optional<std::vector<std::string>> MatchIdentities(const std::vector<std::s
     if (log.bad()) return std::nullopt;
     hasher.Finish();
   }
-  for (const std::string& identity : identities) {
-    if (identity.empty()) return std::nullopt;  // a log shorter than when it was analysed
+  for (const MatchDigests& digests : identities) {
+    if (digests.identity.empty()) return std::nullopt;  // a log shorter than when it was analysed
   }
   return identities;
 }

@@ -4,7 +4,10 @@
 // its last line's line end. A log that kept growing gives its earlier
 // matches the same identities, whatever its name, size or place.
 
+#include <cstdint>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,10 +15,19 @@
 
 namespace vantor {
 
-// The identity of each match (64 lowercase hex digits), in the order of
-// matches; files are the run's logs, as SourceLine::file numbers them.
-// None when a log cannot be read again.
-std::optional<std::vector<std::string>> MatchIdentities(const std::vector<std::string>& files,
-                                                        const std::vector<Match>& matches);
+struct MatchDigests {
+  std::string identity;  // 64 lowercase hex digits
+  // The digests of the match's first n lines, for each n asked for that is
+  // shorter than the match: a match that a log cut short, archived before,
+  // is the beginning of the whole match.
+  std::map<std::uint64_t, std::string> beginnings;
+};
+
+// The digests of each match, in the order of matches; files are the run's
+// logs, as SourceLine::file numbers them; beginnings are the line counts
+// whose digests are wanted. None when a log cannot be read again.
+std::optional<std::vector<MatchDigests>> MatchIdentities(const std::vector<std::string>& files,
+                                                         const std::vector<Match>& matches,
+                                                         const std::set<std::uint64_t>& beginnings = {});
 
 }  // namespace vantor

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <optional>
+#include <set>
 
 #include "archive/archive_schema.h"
 #include "archive/match_identity.h"
@@ -119,10 +121,13 @@ class RunWriter {
     return db_.LastRowId();
   }
 
-  // Whether the match was new.
-  bool AddMatch(const Match& m, const std::string& identity, std::int64_t log_id) {
+  // Whether the match was new. An archived match that its log cut short
+  // and that this match continues is replaced by it.
+  bool AddMatch(const Match& m, const MatchDigests& digests, std::int64_t log_id) {
+    const std::string& identity = digests.identity;
     Statement known(db_.Handle(), "SELECT 1 FROM matches WHERE identity = ?");
     if (known.Bind(1, identity).Step()) return false;
+    ReplaceBeginningOf(digests);
     Statement add(
         db_.Handle(),
         "INSERT INTO matches(identity, log_id, first_line, last_line, ended, played_on, blue_score, "
@@ -138,6 +143,26 @@ class RunWriter {
   }
 
  private:
+  void ReplaceBeginningOf(const MatchDigests& digests) {
+    for (const auto& [lines, digest] : digests.beginnings) {
+      const std::optional<std::int64_t> id = CutShortMatch(digest);
+      if (!id) continue;
+      for (const char* table : {"awards", "weapon_kills", "players"}) {
+        Statement gone(db_.Handle(), std::string("DELETE FROM ") + table + " WHERE match_id = ?");
+        gone.Bind(1, *id).Step();
+      }
+      Statement gone(db_.Handle(), "DELETE FROM matches WHERE id = ?");
+      gone.Bind(1, *id).Step();
+    }
+  }
+
+  // The archived match with that identity that ended with its log, if any.
+  std::optional<std::int64_t> CutShortMatch(const std::string& identity) {
+    Statement cut(db_.Handle(), "SELECT id FROM matches WHERE identity = ? AND ended = ?");
+    if (!cut.Bind(1, identity).Bind(2, kEndOfLogHow).Step()) return std::nullopt;
+    return cut.Int(0);
+  }
+
   void AddPlayers(const Match& m, std::int64_t id) {
     Statement player(db_.Handle(), PlayerInsert());
     Statement weapon(db_.Handle(),
@@ -175,8 +200,18 @@ class RunWriter {
   const RunRecord& run_;
 };
 
+// The line counts of the archived matches that ended with their log: a
+// longer match of a log that kept growing may begin with one of them.
+std::set<std::uint64_t> CutShortLengths(SqliteDb& db) {
+  std::set<std::uint64_t> lengths;
+  Statement cut(db.Handle(), "SELECT DISTINCT last_line - first_line + 1 FROM matches WHERE ended = ?");
+  cut.Bind(1, kEndOfLogHow);
+  while (cut.Step()) lengths.insert(static_cast<std::uint64_t>(cut.Int(0)));
+  return lengths;
+}
+
 void Record(SqliteDb& db, const RunRecord& run, const std::vector<LogFacts>& logs,
-            const std::vector<Match>& matches, const std::vector<std::string>& identities,
+            const std::vector<Match>& matches, const std::vector<MatchDigests>& identities,
             const std::string& now, ArchiveOutcome& outcome) {
   RunWriter writer(db, run);
   std::vector<std::optional<std::int64_t>> log_ids;
@@ -201,16 +236,18 @@ ArchiveOutcome Failed(std::string message) {
 ArchiveOutcome ArchiveRun(const std::string& path, const RunRecord& run, const std::string& now) {
   const std::vector<Match> matches = AnalyseMatches(run);
   // The logs' digests are worked out beside the matches' identities.
-  auto described = std::async(std::launch::async, [&] { return DescribeLogs(run.files); });
-  const auto identities = MatchIdentities(run.files, matches);
+  OpenedArchive archive = OpenSeasonArchive(path, true);
+  if (!archive.db) return Failed(archive.refusal);
+  // A thread when one can be had; else the digests are worked out at get().
+  auto described =
+      std::async(std::launch::async | std::launch::deferred, [&] { return DescribeLogs(run.files); });
+  const auto identities = MatchIdentities(run.files, matches, CutShortLengths(*archive.db));
   const std::vector<LogFacts> logs = described.get();
   for (const LogFacts& log : logs) {
     if (log.sha256.empty() || !identities)
       return Failed("Could not read " + log.path + " again to archive it");
   }
   if (!identities) return Failed("Could not read the logs again to archive them");
-  OpenedArchive archive = OpenSeasonArchive(path, true);
-  if (!archive.db) return Failed(archive.refusal);
   ArchiveOutcome outcome;
   try {
     InTransaction(*archive.db, [&] { Record(*archive.db, run, logs, matches, *identities, now, outcome); });
