@@ -55,6 +55,10 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("--until limits --season, which is missing")},
       {"a season with a log", {"--season", "s.db", "x.log"}, 2, "", false,
        UsageError("--season reads the archive only: no LOG goes with it")},
+      {"an empty side directory", {"-q", "--side-dir", "", "x.log"}, 2, "", false,
+       UsageError("option '--side-dir' needs a directory, not an empty value")},
+      {"both exports to standard output", {"--json", "-", "--csv", "-", "x.log"}, 2, "", false,
+       UsageError("only one of --json and --csv can go to standard output ('-')")},
       // clang-format on
   };
   for (const auto& r : rows) {
@@ -73,18 +77,12 @@ constexpr char kSeparator[] = " \t \t \t \t \t \t \t \t \t \t \n";
 TEST(VantorCli, OneLogWritesTheSideFilesTheReportAndTheTable) {
   ScratchDir dir;
   std::filesystem::create_directory(dir / "side");
-  WriteBytes(dir / "game.log",
-             "^4Alpha^7 got the RED flag!\r\n"
-             "^1Bravo^7 was railed by ^4Alpha\r\n"
-             "Bravo's Sentry Gun was destroyed by Alpha.\r\n"
-             "^4Alpha^7: ^3nice shot\r\n"
-             "^1Bravo^7 entered the game\r\n"
-             "^7Server command overflow\r\n"
-             "noise without codes\r\n"
-             "^3Vote^7 passed\r\n"
-             "Admin: restart at 10\r\n"
-             "^1Bravo^7 blew himself up.\r\n"
-             "a last line without its end");
+  WriteBytes(
+      dir / "game.log",
+      "^4Alpha^7 got the RED flag!\r\n^1Bravo^7 was railed by ^4Alpha\r\n"
+      "Bravo's Sentry Gun was destroyed by Alpha.\r\n^4Alpha^7: ^3nice shot\r\n^1Bravo^7 entered the game\r\n"
+      "^7Server command overflow\r\nnoise without codes\r\n^3Vote^7 passed\r\nAdmin: restart at 10\r\n"
+      "^1Bravo^7 blew himself up.\r\na last line without its end");
   const Outcome o = RunCli({"--side-dir", dir / "side", "-t", dir / "game.log"});
   EXPECT_EQ(o.status, 0);
   EXPECT_EQ(o.err, "vantor-cli: report written to " + dir / "game.html" + "\n");

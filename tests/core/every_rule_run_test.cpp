@@ -10,14 +10,13 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
 #include "analysis/analysis_run.h"
-#include "analysis/form1.h"
-#include "support/fake_host.h"
 #include "support/rule_samples.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
@@ -35,13 +34,10 @@ std::string EveryRuleLog() {
     std::string line = s.line;
     const bool blue_flag = s.expected[4].ends_with("(Blue)");
     ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
-    for (const auto& [from, to] : {std::pair{"Killer", "^4Kira^7"},
-                                   {"Victim", "^1Vicky^7"},
-                                   {"Loser", "^1Rhea^7"},
-                                   {"Owner", "^4Kira^7"},
-                                   {"Wrecker", "^1Rhea^7"}}) {
+    for (const auto& [from, to] : std::map<std::string, std::string>{
+             {"Killer", "^4Kira^7"}, {"Victim", "^1Vicky^7"}, {"Loser", "^1Rhea^7"}, {"Owner", "^4Kira^7"}})
       ReplaceFirst(line, from, to);
-    }
+    ReplaceFirst(line, "Wrecker", "^1Rhea^7");
     for (int i = 0; i < s.rule; ++i) log += line + "\n";
   }
   return log +
@@ -64,13 +60,9 @@ std::string Total(const Ints& counts) {
 }
 
 TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path().string();
-  host.chosen_log = dir / "night.log";
-  WriteBytes(host.chosen_log, EveryRuleLog());
-  Form1 form(host);
-  form.LoadFile();
+  Session session;
+  auto& [dir, host, form] = session;
+  session.Open("night.log", EveryRuleLog());
   OpenRun(form);
   const std::vector<V> rows = {{"Kira", "1035", "0", "0", "56", "159", "58", "47", "49", "59", "0"},
                                {"Ghost", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},

@@ -7,9 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/form1.h"
-#include "support/fake_host.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
@@ -24,11 +22,9 @@ struct Teams {
 // Runs the tallies on a worksheet whose teams are already split and returns
 // the report they write beside the log.
 std::string ReportFor(const Teams& t) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path().string();
+  Session session;
+  auto& [dir, host, form] = session;
   host.chosen_log = dir / "match.log";
-  Form1 form(host);
   for (const auto& [killer, victim, method] : t.events) {
     form.List2.Append(killer);
     form.List3.Append(victim);
@@ -85,10 +81,9 @@ TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
 }
 
 TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
-  ScratchDir dir;
-  FakeHost host;
+  Session session;
+  auto& [dir, host, form] = session;
   host.chosen_log = dir / "match.log";
-  Form1 form(host);
   form.tally.resize(2);
   form.tally[0].strPlayerName = "Ida";
   form.tally[0].intFlagGrabs = 2;

@@ -6,29 +6,20 @@
 #include <gtest/gtest.h>
 
 #include "analysis/analysis_run.h"
-#include "analysis/form1.h"
 #include "stats/awards.h"
-#include "support/fake_host.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
 
 // The run of logs (several: Append, then Process), with its markers.
 std::shared_ptr<const RunRecord> RunOf(const std::vector<std::string>& logs) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path();
-  host.append = logs.size() > 1;
-  Form1 form(host);
-  form.RecordsMarkers = true;
-  for (std::size_t i = 0; i < logs.size(); ++i) {
-    host.chosen_log = dir / ("m" + std::to_string(i) + ".log");
-    WriteBytes(host.chosen_log, logs[i]);
-    form.LoadFile();
-  }
-  logs.size() > 1 ? ProcessRun(form) : OpenRun(form);
-  return form.LastRun();
+  Session s;
+  s.host.append = logs.size() > 1;
+  s.form.RecordsMarkers = true;
+  for (std::size_t i = 0; i < logs.size(); ++i) s.Open("m" + std::to_string(i) + ".log", logs[i]);
+  logs.size() > 1 ? ProcessRun(s.form) : OpenRun(s.form);
+  return s.form.LastRun();
 }
 
 // "log:first-last (how) blue:red winner Blue=names Red=names" per match.

@@ -41,12 +41,11 @@ class Stages : public ::testing::Test {
   Form1 form_;
 };
 
+// The event lists are laid out by hand, several kills a line.
+// clang-format off
 TEST_F(Stages, RosterListsKillersFirstAndNeverHimself) {
-  Events({{"Himself", "Alpha", "Suicide"},
-          {"Bravo", "Charlie", "Rail Gun"},
-          {"NotHimself", "alpha", "Knife"},
-          {"Bravo", "Himself2", "Knife"},
-          {"Alpha", "", "Knife"}});
+  Events({{"Himself", "Alpha", "Suicide"}, {"Bravo", "Charlie", "Rail Gun"}, {"NotHimself", "alpha", "Knife"},
+          {"Bravo", "Himself2", "Knife"}, {"Alpha", "", "Knife"}});
   form_.List10.Append("Sentryman");
   Flag("Flagman", "Flag Grab (Red)");
   form_.GetIndividualPlayers();
@@ -54,10 +53,7 @@ TEST_F(Stages, RosterListsKillersFirstAndNeverHimself) {
 }
 
 TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
-  Events({{"Alpha", "Bravo", "Knife"},
-          {"Carl", "Dora", "Knife"},
-          {"Eve", "Al", "Knife"},
-          {"Alice", "Zed", "Knife"}});
+  Events({{"Alpha", "Bravo", "Knife"}, {"Carl", "Dora", "Knife"}, {"Eve", "Al", "Knife"}, {"Alice", "Zed", "Knife"}});
   Flag("Bravo", "Flag Grab (Red)");
   Flag("Alpha", "Flag Capture (Red)");  // capture decides over the later defence
   Flag("Alpha", "Flag Defense (Blue)");
@@ -78,13 +74,8 @@ TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
 TEST_F(Stages, PropagationFollowsOnlyTheFirstDecidingEventOnePassAtATime) {
   // Blue seed A; B killed A; C killed B; D killed C and needs a third pass;
   // E's first kill is of a player without a team; F only kills himself.
-  Events({{"Himself", "B", "Suicide"},
-          {"B", "A", "Knife"},
-          {"C", "B", "Knife"},
-          {"D", "C", "Knife"},
-          {"E", "X", "Knife"},
-          {"E", "A", "Knife"},
-          {"Himself", "F", "Suicide"}});
+  Events({{"Himself", "B", "Suicide"}, {"B", "A", "Knife"}, {"C", "B", "Knife"}, {"D", "C", "Knife"},
+          {"E", "X", "Knife"}, {"E", "A", "Knife"}, {"Himself", "F", "Suicide"}});
   Flag("A", "Flag Grab (Blue)");
   Teams(2);
   EXPECT_EQ(form_.List8.Rows(), (V{"A", "C"}));
@@ -92,10 +83,7 @@ TEST_F(Stages, PropagationFollowsOnlyTheFirstDecidingEventOnePassAtATime) {
 }
 
 TEST_F(Stages, NameInBothTeamsFindsItsConsumedEventsGoneAtItsSecondSlot) {
-  Events({{"Alpha", "Zed", "Knife"},
-          {"Himself", "Alpha", "Suicide"},
-          {"Zed", "Alpha", "Knife"},
-          {"Zed", "alpha", "Knife"}});
+  Events({{"Alpha", "Zed", "Knife"}, {"Himself", "Alpha", "Suicide"}, {"Zed", "Alpha", "Knife"}, {"Zed", "alpha", "Knife"}});
   form_.List10.Append("Alpha");
   Flag("Alphabet", "Flag Grab (Blue)");
   form_.List8.Append("Alpha");
@@ -119,6 +107,7 @@ TEST_F(Stages, CountsBeyondSixteenBitsAreExact) {
   EXPECT_EQ(Column(1), (V{"40001", "40001", " ", "0"}));
   EXPECT_EQ(form_.tally[0].WeaponKills(Weapon::Knife), 40001);
 }
+// clang-format on
 
 }  // namespace
 }  // namespace vantor::testing
