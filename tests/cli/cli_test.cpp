@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -74,30 +73,6 @@ constexpr char kHeader[] =
     "Name\tFrags\tDeaths\tSuicides\tF Grabs\tFC Def\tF Cap\tF Def\tB Def\tFC Frag\tSentrys\n";
 constexpr char kSeparator[] = " \t \t \t \t \t \t \t \t \t \t \n";
 
-TEST(VantorCli, OneLogWritesTheSideFilesTheReportAndTheTable) {
-  ScratchDir dir;
-  std::filesystem::create_directory(dir / "side");
-  WriteBytes(
-      dir / "game.log",
-      "^4Alpha^7 got the RED flag!\r\n^1Bravo^7 was railed by ^4Alpha\r\n"
-      "Bravo's Sentry Gun was destroyed by Alpha.\r\n^4Alpha^7: ^3nice shot\r\n^1Bravo^7 entered the game\r\n"
-      "^7Server command overflow\r\nnoise without codes\r\n^3Vote^7 passed\r\nAdmin: restart at 10\r\n"
-      "^1Bravo^7 blew himself up.\r\na last line without its end");
-  const Outcome o = RunCli({"--side-dir", dir / "side", "-t", dir / "game.log"});
-  EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(o.err, "vantor-cli: report written to " + dir / "game.html" + "\n");
-  EXPECT_EQ(o.out, std::string(kHeader) +
-                       "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n"
-                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n" +
-                       kSeparator +
-                       "Bravo\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n"
-                       "Totals\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n");
-  EXPECT_EQ(FilesIn(dir / "side"),
-            (std::set<std::string>{"chat.txt", "ignored.txt", "logoutput.txt", "unknown.txt"}));
-  EXPECT_EQ(ReadBytes(dir / "side/unknown.txt"), "Vote passed\r\n\r\n");
-  EXPECT_TRUE(std::filesystem::exists(dir / "game.html"));
-}
-
 // Carol is teamed by the second propagation pass, Dave only by a third.
 constexpr char kChainStart[] = "^4Alpha^7 got the RED flag!\r\n^1Bravo^7 was railed by ^4Alpha\r\n";
 constexpr char kChainEnd[] = "^4Carol^7 was railed by ^1Bravo\r\n^1Dave^7 was railed by ^4Carol\r\n";
@@ -112,7 +87,7 @@ TEST(VantorCli, SeveralLogsAreAnalysedTogetherWithTwoPropagationPasses) {
   WriteBytes(dir / "a.log", kChainStart);
   WriteBytes(dir / "b.log", kChainEnd);
   WriteBytes(dir / "ab.log", std::string(kChainStart) + kChainEnd);
-  const Outcome together = RunCli({"--table", "--side-dir", dir.path(), dir / "a.log", dir / "b.log"});
+  const Outcome together = RunCli({"-t", "--side-dir", dir.path(), dir / "a.log", dir / "b.log"});
   EXPECT_EQ(together.status, 0);
   EXPECT_EQ(together.out, kTwoPasses + "Totals\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n");
   EXPECT_EQ(ReadBytes(dir / "logoutput.txt"),

@@ -82,18 +82,17 @@ TEST(Exports, JsonOfASmallRunIsExact) {
       "{\"award\":\"top_fragger\",\"title\":\"Top fragger\",\"winners\":[\"Ren\xc3\xa9\"],\"value\":1.0,"
       "\"reason\":\"most frags: 1\"}");
   // Every field the schema lists, and no other (Debian's Python has python3-jsonschema).
-  const Outcome valid = RunProgram(
-      "/usr/bin/python3",
-      {"-c",
-       "import json, sys, jsonschema\n"
-       "def strict(node):\n"
-       "  if isinstance(node, dict) and 'properties' in node: node['additionalProperties'] = False\n"
-       "  for child in node.values() if isinstance(node, dict) else node if isinstance(node, list) else []:\n"
-       "    strict(child)\n"
-       "schema = json.load(open(sys.argv[2]))\n"
-       "strict(schema)\n"
-       "jsonschema.validate(json.load(open(sys.argv[1], encoding='utf-8')), schema)\n",
-       dir / "run.json", DataPath("../../docs/vantor-statistics.schema.json")});
+  const std::string check =
+      "import json, sys, jsonschema\n"
+      "def strict(node):\n"
+      "  if isinstance(node, dict) and 'properties' in node: node['additionalProperties'] = False\n"
+      "  for child in node.values() if isinstance(node, dict) else node if isinstance(node, list) else []: "
+      "strict(child)\n"
+      "schema = json.load(open(sys.argv[2])); strict(schema)\n"
+      "jsonschema.validate(json.load(open(sys.argv[1], encoding='utf-8')), schema)\n";
+  const Outcome valid =
+      RunProgram("/usr/bin/python3",
+                 {"-c", check, dir / "run.json", DataPath("../../docs/vantor-statistics.schema.json")});
   EXPECT_EQ(valid.err, "");
   EXPECT_EQ(valid.status, 0);
 }
