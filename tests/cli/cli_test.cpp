@@ -126,10 +126,7 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
     const std::string log = "^7nobody here, only ^1colours\r\n";
     WriteBytes(dir / r.log, log);
     std::vector<std::string> args{"-q", "--side-dir", dir / "out"};
-    for (std::string o : r.options) {
-      if (const auto at = o.find("{dir}"); at != std::string::npos) o.replace(at, 5, dir.path());
-      args.push_back(o);
-    }
+    for (const std::string& o : r.options) args.push_back(ReplaceAll(o, "{dir}", dir.path()));
     args.push_back(r.log[0] == '.' ? r.log : dir / r.log);
     const Outcome o = RunCli(args, dir.path());
     EXPECT_EQ(o.status, 0);

@@ -10,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -24,8 +23,9 @@ namespace {
 using V = std::vector<std::string>;
 using Ints = std::vector<int>;
 
-void ReplaceFirst(std::string& line, const std::string& from, const std::string& to) {
-  if (const auto at = line.find(from); at != std::string::npos) line.replace(at, from.size(), to);
+// Only the first: "Sentry Killer" names a weapon, not the killer.
+std::string ReplaceFirst(std::string line, const std::string& from, const std::string& to) {
+  return line.find(from) == std::string::npos ? line : line.replace(line.find(from), from.size(), to);
 }
 
 std::string EveryRuleLog() {
@@ -33,11 +33,10 @@ std::string EveryRuleLog() {
   for (const RuleSample& s : kRuleSamples) {
     std::string line = s.line;
     const bool blue_flag = s.expected[4].ends_with("(Blue)");
-    ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
-    for (const auto& [from, to] : std::map<std::string, std::string>{
-             {"Killer", "^4Kira^7"}, {"Victim", "^1Vicky^7"}, {"Loser", "^1Rhea^7"}, {"Owner", "^4Kira^7"}})
-      ReplaceFirst(line, from, to);
-    ReplaceFirst(line, "Wrecker", "^1Rhea^7");
+    line = ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
+    for (const char* kira : {"Killer", "Owner"}) line = ReplaceFirst(line, kira, "^4Kira^7");
+    for (const char* rhea : {"Loser", "Wrecker"}) line = ReplaceFirst(line, rhea, "^1Rhea^7");
+    line = ReplaceFirst(line, "Victim", "^1Vicky^7");
     for (int i = 0; i < s.rule; ++i) log += line + "\n";
   }
   return log +

@@ -106,9 +106,7 @@ class Awards : public ::testing::TestWithParam<AwardCase> {};
 
 TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
   std::vector<PlayerCounts> players;
-  for (const auto& [name, frags, deaths] : GetParam().players) {
-    players.push_back({name, {frags, deaths}});
-  }
+  for (const auto& [name, frags, deaths] : GetParam().players) players.push_back({name, {frags, deaths}});
   const Award award = GiveAwards(players)[GetParam().award];
   EXPECT_EQ(award.winners, GetParam().winners);
   EXPECT_EQ(award.Reason(), GetParam().reason);

@@ -84,9 +84,8 @@ class PlayerDetailsTest : public QObject {
   }
   static QStringList LinesOf(QWidget* details, const QString& count) {
     auto* table = details->findChild<QTableWidget*>("counts");
-    for (int r = 0; r < table->rowCount(); ++r) {
+    for (int r = 0; r < table->rowCount(); ++r)
       if (table->item(r, 0)->text() == count) table->selectRow(r);
-    }
     QStringList lines;
     auto* list = details->findChild<QListWidget*>("sourceLines");
     for (int i = 0; i < list->count(); ++i) lines << list->item(i)->text();
