@@ -97,10 +97,7 @@ class PlayerDetailsTest : public QObject {
     desktop_ = std::make_unique<FakeDesktop>();
     window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
     window_->show();
-    QFile log(desktop_->dir.filePath("worked.log"));
-    QVERIFY(log.open(QIODevice::WriteOnly) && log.write(kWorkedExample) > 0);
-    log.close();
-    desktop_->answers << log.fileName();
+    desktop_->answers << desktop_->Write("worked.log", kWorkedExample);
     window_->findChild<QAction*>("mnuOpen")->trigger();
   }
   void cleanup() {
