@@ -81,11 +81,6 @@ auto Write(const std::string& name, std::string bytes) {
 }
 auto WriteLog(std::string bytes) { return Write("{L}/game.log", std::move(bytes)); }
 
-void ForbidWriting(const std::string& dir) {
-  fs::permissions(
-      dir, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
-}
-
 // 250 players grab the BLUE flag, which puts them in Red, and crater:
 // more players than the 201 slots of the tally table.
 std::string FlagPlayers() {
@@ -94,14 +89,6 @@ std::string FlagPlayers() {
     const std::string name = "Player" + std::to_string(1000 + i).substr(1);
     bytes += "^7" + name + " got the BLUE flag!\r\n^7" + name + " cratered.\r\n";
   }
-  return bytes;
-}
-
-// A log whose every line is new: its analysis needs memory in proportion.
-std::string DistinctKills(int lines) {
-  std::string bytes;
-  for (int i = 0; i < lines; ++i)
-    bytes += "^7P" + std::to_string(i) + " was railed by Q" + std::to_string(i) + "\r\n";
   return bytes;
 }
 
@@ -116,7 +103,9 @@ std::string WhileItHolds(const std::string& what, const std::string& then) {
 // One row per line of thought; the table is laid out by hand.
 // clang-format off
 std::vector<Hostile> Catalogue() {
-  const std::string big = DistinctKills(150000);
+  std::string big;  // every line new: its analysis needs memory in proportion
+  for (int i = 0; i < 150000; ++i)
+    big += "^7P" + std::to_string(i) + " was railed by Q" + std::to_string(i) + "\r\n";
   return {
       {"UnreadableFile",
        [](const Scene& s) {
@@ -145,7 +134,7 @@ std::vector<Hostile> Catalogue() {
          WriteBytes(s.L + "/game.log", kCratered);
          WriteBytes(s.O + "/game.html", "the earlier report\r\n");
          fs::permissions(s.O + "/game.html", fs::perms::all);  // the file itself could be overwritten
-         ForbidWriting(s.O);
+         fs::permissions(s.O, fs::perms(0505));  // read and search, no writing
        },
        kAnalyse, "Vantor Log Analyzer: Could not write {O}/game.html: Permission denied\n", 1, {"game.log"},
        kSideFiles, {"game.html"}, "", true},
@@ -154,7 +143,7 @@ std::vector<Hostile> Catalogue() {
          WriteBytes(s.L + "/game.log", kCratered);
          WriteBytes(s.S + "/unknown.txt", "an earlier run's line\r\n\r\n");
          fs::permissions(s.S + "/unknown.txt", fs::perms::all);
-         ForbidWriting(s.S);
+         fs::permissions(s.S, fs::perms(0505));
        },
        kAnalyse,
        "Vantor Log Analyzer: Could not write {S}/ignored.txt: Permission denied\n"

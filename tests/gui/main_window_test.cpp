@@ -16,11 +16,13 @@
 #include <memory>
 
 #include "fake_desktop.h"
-#include "statistics_rows.h"
 #include "ui/display_stats.h"
 
 namespace {
 
+const char* const kStatisticsLists[] = {"lstName",        "lstFrags",     "lstDeaths",       "lstSuicides",
+                                        "lstFlagGrabs",   "lstFCDefends", "lstFlagCaptures", "lstFlagDefends",
+                                        "lstBaseDefends", "lstFCKills",   "lstSentKill"};
 const QStringList kHeadings = {"Name",  "Frags", "Deaths", "Suicides", "F Grabs", "FC Def",
                                "F Cap", "F Def", "B Def",  "FC Frag",  "Sentrys"};
 
@@ -71,7 +73,16 @@ class MainWindowTest : public QObject {
     Trigger("mnuOpen");
   }
   QString GameLog() { return desktop_->Write("game.log", kGameLog); }
-  QList<QStringList> Table() { return StatisticsRows(*window_); }
+  // The statistics table as the user reads it: one row of eleven cells per line of its lists.
+  QList<QStringList> Table() {
+    QList<QStringList> rows;
+    for (const char* name : kStatisticsLists) {
+      auto* list = Find<QListWidget>(name);
+      rows.resize(std::max<qsizetype>(rows.size(), list->count()));
+      for (int r = 0; r < list->count(); ++r) rows[r] << list->item(r)->text();
+    }
+    return rows;
+  }
   // A window as the program starts it; the desktop and its settings stay.
   void StartWindow() {
     window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
@@ -289,10 +300,9 @@ class MainWindowTest : public QObject {
     for (int top : {5, names->verticalScrollBar()->maximum()}) {
       names->verticalScrollBar()->setValue(top);
       QCoreApplication::processEvents();  // the lists lay their rows out
-      for (const char* list : kStatisticsLists) {
-        QCOMPARE(Find<QListWidget>(list)->indexAt(QPoint(2, 2)).row(),
-                 top);  // every list shows the same top row
-      }
+      // Every list shows the same top row.
+      for (const char* list : kStatisticsLists)
+        QCOMPARE(Find<QListWidget>(list)->indexAt(QPoint(2, 2)).row(), top);
     }
     QCOMPARE(names->item(0)->foreground().color(), QColor(0, 0, 255));
     QCOMPARE(names->item(41)->foreground().color(), QColor(255, 0, 0));
