@@ -33,13 +33,12 @@ TEST(VantorCliTerminal, ProgressBarOnATerminalOnlyAndNeverWithQuiet) {
                           dir.path().string() + " " + (dir / "game.log");
   const std::string shown = OnTerminal(run, dir);
   // The bar is drawn over itself and wiped before the last line.
-  const std::string bar = "\r\033[Kvantor-cli: [..............................] 0% reading game.log";
-  EXPECT_TRUE(shown.starts_with(bar) && shown.ends_with("report written to " + dir / "game.html" + "\r\n"))
+  for (const char* part :
+       {"\r\033[Kvantor-cli: [..............................] 0% reading game.log",
+        "[##############################] 100% analysing\r\033[Kvantor-cli: report written to "})
+    EXPECT_NE(shown.find(part), std::string::npos) << shown;
+  EXPECT_TRUE(shown.ends_with("\r\033[Kvantor-cli: report written to " + dir / "game.html" + "\r\n"))
       << shown;
-  EXPECT_NE(
-      shown.find("\r\033[Kvantor-cli: [##############################] 100% analysing\r\033[Kvantor-cli: "
-                 "report written to "),
-      std::string::npos);
   EXPECT_EQ(OnTerminal(run + " --quiet", dir), "");
   EXPECT_EQ(
       OnTerminal("TERM=dumb " + run, dir),

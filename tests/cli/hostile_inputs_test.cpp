@@ -76,9 +76,13 @@ void PrintTo(const Hostile& row, std::ostream* out) { *out << row.name; }
 
 const std::string kAnalyse = "exec \"$0\" -q --table --side-dir {S} --output-dir {O} {L}/game.log";
 
-auto Write(const std::string& name, std::string bytes) {
-  return [name, bytes = std::move(bytes)](const Scene& s) { WriteBytes(s.Expand(name), bytes); };
+// Writes each file; {L}, {S} and {O} in its name stand for the directories.
+auto Write(const std::map<std::string, std::string>& files) {
+  return [files](const Scene& s) {
+    for (const auto& [name, bytes] : files) WriteBytes(s.Expand(name), bytes);
+  };
 }
+auto Write(const std::string& name, const std::string& bytes) { return Write({{name, bytes}}); }
 auto WriteLog(std::string bytes) { return Write("{L}/game.log", std::move(bytes)); }
 
 // 250 players grab the BLUE flag, which puts them in Red, and crater:
@@ -152,10 +156,7 @@ std::vector<Hostile> Catalogue() {
        "Vantor Log Analyzer: Could not write {S}/unknown.txt: Permission denied\n",
        1, {"game.log"}, {"unknown.txt"}, {"game.html"}, "", true},
       {"SideFileBeyondTheSizeLimitKeepsTheEarlierOne",
-       [](const Scene& s) {
-         WriteBytes(s.L + "/game.log", std::string(3 << 20, '\n'));
-         WriteBytes(s.S + "/ignored.txt", "an earlier run's line\r\n");
-       },
+       Write({{"{L}/game.log", std::string(3 << 20, '\n')}, {"{S}/ignored.txt", "an earlier run's line\r\n"}}),
        "ulimit -f 4096; " + kAnalyse, "Vantor Log Analyzer: Could not write {S}/ignored.txt: File too large\n", 1,
        {"game.log"}, kSideFiles, {"game.html"}},
       {"LogInTheSideDirectoryKeepsItsName", Write("{S}/chat.txt", kCratered),
@@ -207,10 +208,7 @@ std::vector<Hostile> Catalogue() {
       {"KilledRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
        WhileItHolds("side/#", "kill -KILL $!; wait $! 2>/dev/null; echo $?"), "", 0, {"big.log"}, {}, {}, "137\n"},
       {"ASecondRunIntoTheSameSideDirectoryWaits",
-       [big](const Scene& s) {
-         WriteBytes(s.L + "/big.log", big);
-         WriteBytes(s.L + "/game.log", kCratered);
-       },
+       Write({{"{L}/big.log", big}, {"{L}/game.log", kCratered}}),
        WhileItHolds("side$", "\"$0\" --side-dir {S} --output-dir {O} {L}/game.log 2>&1 | grep -v written >&2; wait"),
        "vantor-cli: waiting for another run that writes into {S}\n", 0, {"big.log", "game.log"}, kSideFiles,
        {"big.html", "game.html"}, "", false,

@@ -80,9 +80,8 @@ TEST_P(ArchivingAgain, CountsNothingTwice) {
   Generate(dir, "3", "5", "evening.log");
   Generate(dir, "2", "6", "more.log");
   ASSERT_EQ(Archive(dir, "evening.log").status, 0);
-  WriteBytes(dir / "second.log", GetParam().second == "grown"
-                                     ? ReadBytes(dir / "evening.log") + ReadBytes(dir / "more.log")
-                                     : ReadBytes(dir / "evening.log"));
+  const std::string first = ReadBytes(dir / "evening.log");
+  WriteBytes(dir / "second.log", GetParam().second == "grown" ? first + ReadBytes(dir / "more.log") : first);
   const Outcome again = Archive(dir, "second.log");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err.find("vantor-cli: " + dir / "second.log" + GetParam().notice) == 0,

@@ -53,34 +53,28 @@ class MatchSplit : public ::testing::TestWithParam<SplitCase> {};
 
 TEST_P(MatchSplit, CutsAlongTheMarkers) { EXPECT_EQ(MatchesOf(GetParam().logs), GetParam().matches); }
 
-INSTANTIATE_TEST_SUITE_P(
-    Logs, MatchSplit,
-    ::testing::Values(
-        SplitCase{"NoMarkersIsOneMatch",
-                  {kABlueBRed + "A^7 captured the RED flag!\n"},
-                  {"0:1-4 (end of the log) 1:0 Blue Blue=A Red=B"}},
-        // Line 1 holds no event; the capture on line 7 falls in the intermission.
-        SplitCase{"IntermissionBelongsToNoMatchAndTeamsChangeSides",
-                  {"junk\nCL_InitCGame: 0.5 seconds\n" + kABlueBRed +
-                   "Timelimit hit.\nB^7 captured the BLUE flag!\nCL_InitCGame: 0.5 seconds\n" + kBBlueARed +
-                   "A^7 captured the BLUE flag!\nA^7 hit the fraglimit.\nA^7 got the BLUE flag!\n"},
-                  {"0:2-6 (time limit) 0:0 draw Blue=A Red=B",
-                   "0:8-13 (a player hit the frag limit) 0:1 Red Blue=B Red=A"}},
-        SplitCase{
-            "FragmentsWithoutEventsAreNoMatch",
-            {"CL_InitCGame: 0.4 seconds\n----- CL_Shutdown -----\n"
-             "logfile opened on Sat Jun 15 20:15:00 2024\nCL_InitCGame: 0.4 seconds\n" +
-             kABlueBRed + "CL_InitCGame: 0.4 seconds\n" + kABlueBRed + "----- CL_Shutdown -----\n"},
-            {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
-        SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
-                  {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n" +
-                   kABlueBRed},
-                  {"0:1-9 (end of the log) 0:0 draw Blue=A Red=B"}},
-        SplitCase{"EachLogBeginsAMatch",
-                  {kABlueBRed + "Red hit the capturelimit.\n", kBBlueARed},
-                  {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B",
-                   "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Logs, MatchSplit, ::testing::Values(
+    SplitCase{"NoMarkersIsOneMatch", {kABlueBRed + "A^7 captured the RED flag!\n"},
+              {"0:1-4 (end of the log) 1:0 Blue Blue=A Red=B"}},
+    // Line 1 holds no event; the capture on line 7 falls in the intermission.
+    SplitCase{"IntermissionBelongsToNoMatchAndTeamsChangeSides",
+              {"junk\nCL_InitCGame: 0.5 seconds\n" + kABlueBRed + "Timelimit hit.\nB^7 captured the BLUE flag!\n"
+               "CL_InitCGame: 0.5 seconds\n" + kBBlueARed + "A^7 captured the BLUE flag!\nA^7 hit the fraglimit.\n"
+               "A^7 got the BLUE flag!\n"},
+              {"0:2-6 (time limit) 0:0 draw Blue=A Red=B", "0:8-13 (a player hit the frag limit) 0:1 Red Blue=B Red=A"}},
+    SplitCase{"FragmentsWithoutEventsAreNoMatch",
+              {"CL_InitCGame: 0.4 seconds\n----- CL_Shutdown -----\nlogfile opened on Sat Jun 15 20:15:00 2024\n"
+               "CL_InitCGame: 0.4 seconds\n" + kABlueBRed + "CL_InitCGame: 0.4 seconds\n" + kABlueBRed +
+               "----- CL_Shutdown -----\n"},
+              {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
+    SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
+              {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n" + kABlueBRed},
+              {"0:1-9 (end of the log) 0:0 draw Blue=A Red=B"}},
+    SplitCase{"EachLogBeginsAMatch", {kABlueBRed + "Red hit the capturelimit.\n", kBBlueARed},
+              {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B", "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}}),
     [](const auto& info) { return info.param.name; });
+// clang-format on
 
 // The first map of the sample evening, alone in a log, is one match whose
 // counts are exactly the run's.

@@ -62,9 +62,8 @@ class MainWindowTest : public QObject {
   void Trigger(const char* item) { Find<QAction>(item)->trigger(); }
   QProgressBar* Progress() { return Find<QProgressBar>("prgProgress"); }
   QWidget* Options() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
+    for (QWidget* window : QApplication::topLevelWidgets())
       if (window->objectName() == "frmOptions") return window;
-    }
     return nullptr;
   }
 

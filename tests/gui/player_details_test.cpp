@@ -55,9 +55,8 @@ class PlayerDetailsTest : public QObject {
 
   // The details window that opening a row showed, if any.
   static QWidget* Shown(const QWidgetList& before) {
-    for (QWidget* top : QApplication::topLevelWidgets()) {
+    for (QWidget* top : QApplication::topLevelWidgets())
       if (top->objectName() == "PlayerDetails" && top->isVisible() && !before.contains(top)) return top;
-    }
     return nullptr;
   }
   QWidget* DoubleClickRow(int row) {

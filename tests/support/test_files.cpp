@@ -46,9 +46,8 @@ void WriteBytes(const std::string& path, const std::string& bytes) {
 }
 
 std::string ReplaceAll(std::string text, const std::string& from, const std::string& to) {
-  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
     text.replace(at, from.size(), to);
-  }
   return text;
 }
 
