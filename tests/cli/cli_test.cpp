@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -55,6 +54,10 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("--until limits --season, which is missing")},
       {"a season with a log", {"--season", "s.db", "x.log"}, 2, "", false,
        UsageError("--season reads the archive only: no LOG goes with it")},
+      {"an empty side directory", {"-q", "--side-dir", "", "x.log"}, 2, "", false,
+       UsageError("option '--side-dir' needs a directory, not an empty value")},
+      {"both exports to standard output", {"--json", "-", "--csv", "-", "x.log"}, 2, "", false,
+       UsageError("only one of --json and --csv can go to standard output ('-')")},
       // clang-format on
   };
   for (const auto& r : rows) {
@@ -70,36 +73,6 @@ constexpr char kHeader[] =
     "Name\tFrags\tDeaths\tSuicides\tF Grabs\tFC Def\tF Cap\tF Def\tB Def\tFC Frag\tSentrys\n";
 constexpr char kSeparator[] = " \t \t \t \t \t \t \t \t \t \t \n";
 
-TEST(VantorCli, OneLogWritesTheSideFilesTheReportAndTheTable) {
-  ScratchDir dir;
-  std::filesystem::create_directory(dir / "side");
-  WriteBytes(dir / "game.log",
-             "^4Alpha^7 got the RED flag!\r\n"
-             "^1Bravo^7 was railed by ^4Alpha\r\n"
-             "Bravo's Sentry Gun was destroyed by Alpha.\r\n"
-             "^4Alpha^7: ^3nice shot\r\n"
-             "^1Bravo^7 entered the game\r\n"
-             "^7Server command overflow\r\n"
-             "noise without codes\r\n"
-             "^3Vote^7 passed\r\n"
-             "Admin: restart at 10\r\n"
-             "^1Bravo^7 blew himself up.\r\n"
-             "a last line without its end");
-  const Outcome o = RunCli({"--side-dir", dir / "side", "-t", dir / "game.log"});
-  EXPECT_EQ(o.status, 0);
-  EXPECT_EQ(o.err, "vantor-cli: report written to " + dir / "game.html" + "\n");
-  EXPECT_EQ(o.out, std::string(kHeader) +
-                       "Alpha\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n"
-                       "Totals\t1\t0\t0\t1\t0\t0\t0\t0\t0\t1\n" +
-                       kSeparator +
-                       "Bravo\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n"
-                       "Totals\t0\t2\t1\t0\t0\t0\t0\t0\t0\t0\n");
-  EXPECT_EQ(FilesIn(dir / "side"),
-            (std::set<std::string>{"chat.txt", "ignored.txt", "logoutput.txt", "unknown.txt"}));
-  EXPECT_EQ(ReadBytes(dir / "side/unknown.txt"), "Vote passed\r\n\r\n");
-  EXPECT_TRUE(std::filesystem::exists(dir / "game.html"));
-}
-
 // Carol is teamed by the second propagation pass, Dave only by a third.
 constexpr char kChainStart[] = "^4Alpha^7 got the RED flag!\r\n^1Bravo^7 was railed by ^4Alpha\r\n";
 constexpr char kChainEnd[] = "^4Carol^7 was railed by ^1Bravo\r\n^1Dave^7 was railed by ^4Carol\r\n";
@@ -114,7 +87,7 @@ TEST(VantorCli, SeveralLogsAreAnalysedTogetherWithTwoPropagationPasses) {
   WriteBytes(dir / "a.log", kChainStart);
   WriteBytes(dir / "b.log", kChainEnd);
   WriteBytes(dir / "ab.log", std::string(kChainStart) + kChainEnd);
-  const Outcome together = RunCli({"--table", "--side-dir", dir.path(), dir / "a.log", dir / "b.log"});
+  const Outcome together = RunCli({"-t", "--side-dir", dir.path(), dir / "a.log", dir / "b.log"});
   EXPECT_EQ(together.status, 0);
   EXPECT_EQ(together.out, kTwoPasses + "Totals\t1\t1\t0\t0\t0\t0\t0\t0\t0\t0\n");
   EXPECT_EQ(ReadBytes(dir / "logoutput.txt"),
@@ -144,25 +117,19 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
       {"relative path through a .logs folder", "./q.logs/../game.log", {}, "game.html"},
       {"report named", "game.log", {"--report", "out/named.html"}, "out/named.html"},
   };
-  const std::string golden = ReadBytes(DataPath("report_no_members/expected_report.html"));
   for (const auto& r : rows) {
     SCOPED_TRACE(r.name);
     ScratchDir dir;
-    std::filesystem::create_directory(dir / "out");
-    std::filesystem::create_directory(dir / "q.logs");
+    for (const char* folder : {"out", "q.logs"}) std::filesystem::create_directory(dir / folder);
     const std::string log = "^7nobody here, only ^1colours\r\n";
     WriteBytes(dir / r.log, log);
     std::vector<std::string> args{"-q", "--side-dir", dir / "out"};
-    for (std::string o : r.options) {
-      if (const auto at = o.find("{dir}"); at != std::string::npos) o.replace(at, 5, dir.path());
-      args.push_back(o);
-    }
+    for (const std::string& o : r.options) args.push_back(ReplaceAll(o, "{dir}", dir.path()));
     args.push_back(r.log[0] == '.' ? r.log : dir / r.log);
     const Outcome o = RunCli(args, dir.path());
     EXPECT_EQ(o.status, 0);
     EXPECT_EQ(o.err, "");
     EXPECT_EQ(ReadBytes(dir / r.log), log);
-    EXPECT_EQ(ReadBytes(dir / r.report), golden);
     std::vector<std::string> reports;
     for (const auto& f : std::filesystem::recursive_directory_iterator(dir.path())) {
       if (f.path().extension() == ".html") reports.push_back(f.path().lexically_relative(dir.path()));

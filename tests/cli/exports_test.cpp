@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -15,11 +14,7 @@ namespace vantor::testing {
 namespace {
 
 // ",0" n times: the counts of a CSV row that are 0.
-std::string Zeros(int n) {
-  std::string zeros;
-  while (n-- > 0) zeros += ",0";
-  return zeros;
-}
+std::string Zeros(int n) { return n > 0 ? ",0" + Zeros(n - 1) : ""; }
 
 // Analyses log (as log_name in dir) with one export option writing to file.
 std::string ExportOf(const ScratchDir& dir, const std::string& log, const std::string& option,
@@ -61,39 +56,34 @@ TEST(Exports, JsonOfASmallRunIsExact) {
   EXPECT_EQ(json["version"], 2);
   EXPECT_EQ(json["logs"].dump(), "[\"" + (dir / "caf\xc3\xa9.log") + "\"]");
   EXPECT_EQ(json["unknown_lines"], 0);
-  EXPECT_EQ(json["members"][0]["counts"].dump(),
-            "{\"frags\":0,\"deaths\":2,\"suicides\":1,\"flag_grabs\":0,\"fc_defends\":0,\"flag_captures\":0,"
-            "\"flag_defends\":0,\"base_defends\":0,\"fc_kills\":0,\"sentry_kills\":0}");
-  EXPECT_EQ(
-      json["members"][0]["team_reason"].dump(),
-      "{\"kind\":\"propagated\",\"team\":\"Blue\",\"pass\":1,\"other\":\"Ren\xc3\xa9\",\"as_killer\":false,"
-      "\"log\":0,\"line\":2}");
+  // clang-format off
+  EXPECT_EQ(json["members"][0]["counts"].dump(), "{\"frags\":0,\"deaths\":2,\"suicides\":1,\"flag_grabs\":0,"
+            "\"fc_defends\":0,\"flag_captures\":0,\"flag_defends\":0,\"base_defends\":0,\"fc_kills\":0,\"sentry_kills\":0}");
+  EXPECT_EQ(json["members"][0]["team_reason"].dump(), "{\"kind\":\"propagated\",\"team\":\"Blue\",\"pass\":1,"
+            "\"other\":\"Ren\xc3\xa9\",\"as_killer\":false,\"log\":0,\"line\":2}");
   EXPECT_EQ(json["members"][1]["team_reason"].dump(),
             "{\"kind\":\"flag_event\",\"team\":\"Red\",\"flag_kind\":\"Flag Grab\",\"log\":0,\"line\":1}");
   EXPECT_EQ(json["non_members"].dump(), "[{\"name\":\"Zed\",\"team_reason\":{\"kind\":\"only_suicides\"}}]");
   EXPECT_EQ(json["kill_matrix"].dump(), "[{\"killer\":\"Ren\xc3\xa9\",\"victim\":\"Bravo\",\"kills\":1}]");
   // A log without markers is one match, to its last line; no capture, a draw.
   const auto& match = json["matches"].at(0);
-  EXPECT_EQ(
-      match["first_line"].dump() + match["last_line"].dump() + match["ended"].dump() + match["winner"].dump(),
-      "14\"end of the log\"\"draw\"");
-  EXPECT_EQ(
-      json["evening"]["awards"][0].dump(),
-      "{\"award\":\"top_fragger\",\"title\":\"Top fragger\",\"winners\":[\"Ren\xc3\xa9\"],\"value\":1.0,"
-      "\"reason\":\"most frags: 1\"}");
+  EXPECT_EQ(match["first_line"].dump() + match["last_line"].dump() + match["ended"].dump() + match["winner"].dump(),
+            "14\"end of the log\"\"draw\"");
+  EXPECT_EQ(json["evening"]["awards"][0].dump(), "{\"award\":\"top_fragger\",\"title\":\"Top fragger\","
+            "\"winners\":[\"Ren\xc3\xa9\"],\"value\":1.0,\"reason\":\"most frags: 1\"}");
+  // clang-format on
   // Every field the schema lists, and no other (Debian's Python has python3-jsonschema).
-  const Outcome valid = RunProgram(
-      "/usr/bin/python3",
-      {"-c",
-       "import json, sys, jsonschema\n"
-       "def strict(node):\n"
-       "  if isinstance(node, dict) and 'properties' in node: node['additionalProperties'] = False\n"
-       "  for child in node.values() if isinstance(node, dict) else node if isinstance(node, list) else []:\n"
-       "    strict(child)\n"
-       "schema = json.load(open(sys.argv[2]))\n"
-       "strict(schema)\n"
-       "jsonschema.validate(json.load(open(sys.argv[1], encoding='utf-8')), schema)\n",
-       dir / "run.json", DataPath("../../docs/vantor-statistics.schema.json")});
+  const std::string check =
+      "import json, sys, jsonschema\n"
+      "def strict(node):\n"
+      "  if isinstance(node, dict) and 'properties' in node: node['additionalProperties'] = False\n"
+      "  for child in node.values() if isinstance(node, dict) else node if isinstance(node, list) else []: "
+      "strict(child)\n"
+      "schema = json.load(open(sys.argv[2])); strict(schema)\n"
+      "jsonschema.validate(json.load(open(sys.argv[1], encoding='utf-8')), schema)\n";
+  const Outcome valid =
+      RunProgram("/usr/bin/python3",
+                 {"-c", check, dir / "run.json", DataPath("../../docs/vantor-statistics.schema.json")});
   EXPECT_EQ(valid.err, "");
   EXPECT_EQ(valid.status, 0);
 }

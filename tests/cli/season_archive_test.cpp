@@ -32,10 +32,9 @@ std::string Rows(const std::string& db_path, const std::string& sql) {
 
 void Generate(const ScratchDir& dir, const std::string& maps, const std::string& seed,
               const std::string& name) {
-  ASSERT_EQ(RunProgram(VANTOR_GENLOG, {"--maps", maps, "--players", "8", "--seed", seed, "--truth",
-                                       dir / (name + ".truth"), dir / name})
-                .status,
-            0);
+  const std::vector<std::string> args = {
+      "--maps", maps, "--players", "8", "--seed", seed, "--truth", dir / (name + ".truth"), dir / name};
+  ASSERT_EQ(RunProgram(VANTOR_GENLOG, args).status, 0);
 }
 
 Outcome Archive(const ScratchDir& dir, const std::string& log) {
@@ -43,13 +42,11 @@ Outcome Archive(const ScratchDir& dir, const std::string& log) {
                     {"--no-side-files", "-o", dir.path(), "--archive", dir / "season.db", dir / log});
 }
 
-const std::string kMatchesAsPlayed =
-    "SELECT 'match ' || m.id, m.blue_score, m.red_score, m.winner,"
-    " (SELECT group_concat(name, ',') FROM (SELECT name FROM players WHERE match_id = m.id AND team = 'Blue' "
-    "ORDER BY name)),"
-    " (SELECT group_concat(name, ',') FROM (SELECT name FROM players WHERE match_id = m.id AND team = 'Red' "
-    "ORDER BY name))"
-    " FROM matches m ORDER BY m.id";
+const std::string kTeam =
+    "(SELECT group_concat(name, ',') FROM (SELECT name FROM players WHERE match_id = m.id";
+const std::string kMatchesAsPlayed = "SELECT 'match ' || m.id, m.blue_score, m.red_score, m.winner, " +
+                                     kTeam + " AND team = 'Blue' ORDER BY name)), " + kTeam +
+                                     " AND team = 'Red' ORDER BY name)) FROM matches m ORDER BY m.id";
 
 // Every match genlog played is recorded with its score, winner and teams,
 // and the log with its size and digest.
@@ -83,9 +80,8 @@ TEST_P(ArchivingAgain, CountsNothingTwice) {
   Generate(dir, "3", "5", "evening.log");
   Generate(dir, "2", "6", "more.log");
   ASSERT_EQ(Archive(dir, "evening.log").status, 0);
-  WriteBytes(dir / "second.log", GetParam().second == "grown"
-                                     ? ReadBytes(dir / "evening.log") + ReadBytes(dir / "more.log")
-                                     : ReadBytes(dir / "evening.log"));
+  const std::string first = ReadBytes(dir / "evening.log");
+  WriteBytes(dir / "second.log", GetParam().second == "grown" ? first + ReadBytes(dir / "more.log") : first);
   const Outcome again = Archive(dir, "second.log");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err.find("vantor-cli: " + dir / "second.log" + GetParam().notice) == 0,
@@ -95,11 +91,10 @@ TEST_P(ArchivingAgain, CountsNothingTwice) {
   EXPECT_EQ(Rows(dir / "season.db", "PRAGMA integrity_check"), "ok\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Logs, ArchivingAgain,
-                         ::testing::Values(Rerun{"TheSameContentUnderAnotherName", "copy",
-                                                 " was archived on ", "3\n"},
-                                           Rerun{"ALogThatGrew", "grown", "", "5\n"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Logs, ArchivingAgain, ::testing::Values(
+    Rerun{"TheSameContentUnderAnotherName", "copy", " was archived on ", "3\n"},
+    Rerun{"ALogThatGrew", "grown", "", "5\n"}), [](const auto& info) { return std::string(info.param.name); });
 
 // A writer killed while its transaction is open leaves an archive that
 // passes SQLite's check and holds the whole run or none of it.
@@ -170,19 +165,17 @@ TEST_P(SeasonStandings, AddUpTheMatchesOfThePeriod) {
   EXPECT_EQ(run.out, kHeading + GetParam().table);
 }
 
-INSTANTIATE_TEST_SUITE_P(Archive, SeasonStandings,
-                         ::testing::Values(Period{"EveryMatch",
-                                                  {},
-                                                  "Ann\t3\t1\t0\t2\t16\t13\t0\t0\t0\t1\t0\t0\t0\t0\t1.23\t1\n"
-                                                  "Bob\t3\t1\t1\t1\t15\t15\t0\t0\t0\t0\t0\t0\t0\t0\t1.00\t1\n"
-                                                  "Cy\t1\t0\t0\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\t0\t-\t0\n"},
-                                           Period{"OneDay",
-                                                  {"--since", "2025-03-08", "--until", "2025-03-08"},
-                                                  "Bob\t1\t0\t0\t1\t6\t2\t0\t0\t0\t0\t0\t0\t0\t0\t3.00\t0\n"
-                                                  "Ann\t1\t0\t0\t1\t3\t3\t0\t0\t0\t0\t0\t0\t0\t0\t1.00\t0\n"
-                                                  "Cy\t1\t0\t0\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\t0\t-\t0\n"},
-                                           Period{"AfterTheSeason", {"--since", "2025-04-01"}, ""}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Archive, SeasonStandings, ::testing::Values(
+    Period{"EveryMatch", {},
+           "Ann\t3\t1\t0\t2\t16\t13\t0\t0\t0\t1\t0\t0\t0\t0\t1.23\t1\n"
+           "Bob\t3\t1\t1\t1\t15\t15\t0\t0\t0\t0\t0\t0\t0\t0\t1.00\t1\n"
+           "Cy\t1\t0\t0\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\t0\t-\t0\n"},
+    Period{"OneDay", {"--since", "2025-03-08", "--until", "2025-03-08"},
+           "Bob\t1\t0\t0\t1\t6\t2\t0\t0\t0\t0\t0\t0\t0\t0\t3.00\t0\n"
+           "Ann\t1\t0\t0\t1\t3\t3\t0\t0\t0\t0\t0\t0\t0\t0\t1.00\t0\n"
+           "Cy\t1\t0\t0\t1\t2\t0\t0\t0\t0\t0\t0\t0\t0\t0\t-\t0\n"},
+    Period{"AfterTheSeason", {"--since", "2025-04-01"}, ""}), [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 // An archive of the first version (without awards) is brought up to date
 // in place and keeps its matches.
@@ -208,9 +201,8 @@ INSERT INTO players VALUES(1, 0, 'Ann', 'Blue', 7, 7, 0, 0, 0, 0, 0, 0, 0, 0);
 )");
   const Outcome run = RunProgram(VANTOR_CLI, {"--season", dir / "season.db"});
   EXPECT_EQ(run.out, kHeading + "Ann\t1\t0\t0\t1\t7\t7\t0\t0\t0\t0\t0\t0\t0\t0\t1.00\t0\n") << run.err;
-  EXPECT_EQ(Rows(dir / "season.db",
-                 "SELECT (SELECT count(*) FROM awards) || ' ' || user_version FROM pragma_user_version"),
-            "0 2\n");
+  const std::string awards_and_version = "SELECT (SELECT count(*) FROM awards) || ' ' || user_version";
+  EXPECT_EQ(Rows(dir / "season.db", awards_and_version + " FROM pragma_user_version"), "0 2\n");
 }
 
 struct Refusal {
@@ -236,18 +228,15 @@ TEST_P(RefusedArchive, IsNamedAndLeftAsItIs) {
   EXPECT_EQ(ReadBytes(db), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Files, RefusedArchive,
-    ::testing::Values(
-        Refusal{"TextFile", "name,frags\r\n",
-                " is not a season archive (not an SQLite database); it is left as it is"},
-        Refusal{"AnotherProgramsDatabase", "sql:CREATE TABLE notes(text)",
-                " is not a season archive (an SQLite database of another program); it is left as it is"},
-        Refusal{"ANewerVersion", "sql:PRAGMA user_version = 3",
-                " was written by a newer version of Vantor Log Analyzer (archive version 3, this one knows "
-                "up to 2); "
-                "it is left as it is"}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Files, RefusedArchive, ::testing::Values(
+    Refusal{"TextFile", "name,frags\r\n", " is not a season archive (not an SQLite database); it is left as it is"},
+    Refusal{"AnotherProgramsDatabase", "sql:CREATE TABLE notes(text)",
+            " is not a season archive (an SQLite database of another program); it is left as it is"},
+    Refusal{"ANewerVersion", "sql:PRAGMA user_version = 3", " was written by a newer version of Vantor Log "
+            "Analyzer (archive version 3, this one knows up to 2); it is left as it is"}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 }  // namespace
 }  // namespace vantor::testing

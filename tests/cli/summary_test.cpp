@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "support/run_program.h"
 #include "support/test_files.h"
@@ -14,18 +12,18 @@
 namespace vantor::testing {
 namespace {
 
+void RunsWell(const std::string& program, const std::vector<std::string>& args) {
+  ASSERT_EQ(RunProgram(program, args).status, 0) << program;
+}
+
 // A generated evening of several maps: every match, its teams, score and
 // winner are those genlog says it played.
 TEST(Summary, MatchesOfAGeneratedEveningAreThoseItPlayed) {
   ScratchDir dir;
-  ASSERT_EQ(RunProgram(VANTOR_GENLOG, {"--maps", "4", "--players", "10", "--seed", "3", "--truth",
-                                       dir / "truth", dir / "evening.log"})
-                .status,
-            0);
-  ASSERT_EQ(RunProgram(VANTOR_CLI,
-                       {"--quiet", "--side-dir", dir.path(), "--json", dir / "run.json", dir / "evening.log"})
-                .status,
-            0);
+  RunsWell(VANTOR_GENLOG,
+           {"--maps", "4", "--players", "10", "--seed", "3", "--truth", dir / "truth", dir / "evening.log"});
+  RunsWell(VANTOR_CLI,
+           {"--quiet", "--side-dir", dir.path(), "--json", dir / "run.json", dir / "evening.log"});
   std::string matches;
   const auto run = nlohmann::json::parse(ReadBytes(dir / "run.json"));
   for (const auto& m : run["matches"]) {
@@ -55,10 +53,7 @@ const std::string kHostileLog =
 TEST(Summary, HostileNamesAreTextAndThePageStandsAlone) {
   ScratchDir dir;
   WriteBytes(dir / "game.log", kHostileLog);
-  ASSERT_EQ(RunProgram(VANTOR_CLI,
-                       {"--quiet", "--side-dir", dir.path(), "--summary", dir / "s.html", dir / "game.log"})
-                .status,
-            0);
+  RunsWell(VANTOR_CLI, {"--quiet", "--side-dir", dir.path(), "--summary", dir / "s.html", dir / "game.log"});
   const std::string page = ReadBytes(dir / "s.html");
   for (const char* shown : {"<td>&lt;script&gt;document.body.dataset.pwned=1&lt;/script&gt;</td>",
                             "<td>&lt;img src=x onerror=alert(1)&gt;</td>", "Ren\xc3\xa9"}) {

@@ -14,10 +14,8 @@
 #include <vector>
 
 #include "analysis/analysis_run.h"
-#include "analysis/form1.h"
-#include "support/fake_host.h"
 #include "support/rule_samples.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
@@ -25,8 +23,9 @@ namespace {
 using V = std::vector<std::string>;
 using Ints = std::vector<int>;
 
-void ReplaceFirst(std::string& line, const std::string& from, const std::string& to) {
-  if (const auto at = line.find(from); at != std::string::npos) line.replace(at, from.size(), to);
+// Only the first: "Sentry Killer" names a weapon, not the killer.
+std::string ReplaceFirst(std::string line, const std::string& from, const std::string& to) {
+  return line.find(from) == std::string::npos ? line : line.replace(line.find(from), from.size(), to);
 }
 
 std::string EveryRuleLog() {
@@ -34,14 +33,10 @@ std::string EveryRuleLog() {
   for (const RuleSample& s : kRuleSamples) {
     std::string line = s.line;
     const bool blue_flag = s.expected[4].ends_with("(Blue)");
-    ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
-    for (const auto& [from, to] : {std::pair{"Killer", "^4Kira^7"},
-                                   {"Victim", "^1Vicky^7"},
-                                   {"Loser", "^1Rhea^7"},
-                                   {"Owner", "^4Kira^7"},
-                                   {"Wrecker", "^1Rhea^7"}}) {
-      ReplaceFirst(line, from, to);
-    }
+    line = ReplaceFirst(line, "Carrier", blue_flag ? "^4Kira^7" : "^1Rhea^7");
+    for (const char* kira : {"Killer", "Owner"}) line = ReplaceFirst(line, kira, "^4Kira^7");
+    for (const char* rhea : {"Loser", "Wrecker"}) line = ReplaceFirst(line, rhea, "^1Rhea^7");
+    line = ReplaceFirst(line, "Victim", "^1Vicky^7");
     for (int i = 0; i < s.rule; ++i) log += line + "\n";
   }
   return log +
@@ -64,13 +59,9 @@ std::string Total(const Ints& counts) {
 }
 
 TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path().string();
-  host.chosen_log = dir / "night.log";
-  WriteBytes(host.chosen_log, EveryRuleLog());
-  Form1 form(host);
-  form.LoadFile();
+  Session session;
+  auto& [dir, host, form] = session;
+  session.Open("night.log", EveryRuleLog());
   OpenRun(form);
   const std::vector<V> rows = {{"Kira", "1035", "0", "0", "56", "159", "58", "47", "49", "59", "0"},
                                {"Ghost", "1", "1", "0", "0", "0", "0", "0", "0", "0", "0"},

@@ -7,9 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/form1.h"
-#include "support/fake_host.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
@@ -24,11 +22,9 @@ struct Teams {
 // Runs the tallies on a worksheet whose teams are already split and returns
 // the report they write beside the log.
 std::string ReportFor(const Teams& t) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path().string();
+  Session session;
+  auto& [dir, host, form] = session;
   host.chosen_log = dir / "match.log";
-  Form1 form(host);
   for (const auto& [killer, victim, method] : t.events) {
     form.List2.Append(killer);
     form.List3.Append(victim);
@@ -85,10 +81,9 @@ TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
 }
 
 TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
-  ScratchDir dir;
-  FakeHost host;
+  Session session;
+  auto& [dir, host, form] = session;
   host.chosen_log = dir / "match.log";
-  Form1 form(host);
   form.tally.resize(2);
   form.tally[0].strPlayerName = "Ida";
   form.tally[0].intFlagGrabs = 2;
@@ -106,21 +101,19 @@ TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) 
   }
   form.OutputToHTML(2, 0);
   const std::string report = ReadBytes(dir / "match.html");
-  for (const std::string& expected :
-       {// Both members are Blue, and the Red totals follow the Blue ones.
-        std::string(
-            "<font color=#0000FF>\r\nJo</font></TD>\r\n<td>0</TD>\r\n<td>4</TD>\r\n<td>0</TD>\r\n</tr>\r\n"
-            "<tr><td><b>Total</b></TD><td><b>b1</TD><td><b>b2</TD><td><b>b3</TD></tr>\r\n"
-            "<tr><td><b>Total</b></TD><td><b>r1</TD><td><b>r2</TD><td><b>r3</TD></tr>\r\n"
-            "  </table></body></html>\r\n"),
-        // The team flag sum starts again from 0 after the Blue totals row.
-        std::string("<td><b>2</TD>\r\n</tr>\r\n<TR><td>\r\n<font color=#0000FF>\r\nJo</font></TD>\r\n"),
-        std::string(
-            "<td><b>1</TD>\r\n</tr>\r\n<tr><td><b>Total</b></TD><td><b>b4</TD><td><b>b5</TD><td><b>b6</TD>"
-            "<td><b>b7</TD><td><b>b8</TD><td><b>b9</TD><td><b>3</TD></tr>\r\n<tr><td><b>Total</b></TD><td><b>"
-            "r4</TD><td><b>r5</TD><td><b>r6</TD><td><b>r7</TD><td><b>r8</TD><td><b>r9</TD><td><b>0</TD></"
-            "tr>\r\n"
-            "  </table></body></html>\r\n")}) {
+  // Both members are Blue, and the Red totals follow the Blue ones; the team
+  // flag sum starts again from 0 after the Blue totals row.
+  // clang-format off
+  for (const std::string& expected : {std::string(
+           "<font color=#0000FF>\r\nJo</font></TD>\r\n<td>0</TD>\r\n<td>4</TD>\r\n<td>0</TD>\r\n</tr>\r\n"
+           "<tr><td><b>Total</b></TD><td><b>b1</TD><td><b>b2</TD><td><b>b3</TD></tr>\r\n"
+           "<tr><td><b>Total</b></TD><td><b>r1</TD><td><b>r2</TD><td><b>r3</TD></tr>\r\n  </table></body></html>\r\n"),
+       std::string("<td><b>2</TD>\r\n</tr>\r\n<TR><td>\r\n<font color=#0000FF>\r\nJo</font></TD>\r\n"),
+       std::string("<td><b>1</TD>\r\n</tr>\r\n<tr><td><b>Total</b></TD><td><b>b4</TD><td><b>b5</TD><td><b>b6</TD>"
+           "<td><b>b7</TD><td><b>b8</TD><td><b>b9</TD><td><b>3</TD></tr>\r\n<tr><td><b>Total</b></TD><td><b>r4</TD>"
+           "<td><b>r5</TD><td><b>r6</TD><td><b>r7</TD><td><b>r8</TD><td><b>r9</TD><td><b>0</TD></tr>\r\n"
+           "  </table></body></html>\r\n")}) {
+    // clang-format on
     EXPECT_NE(report.find(expected), std::string::npos) << expected << "\nin\n" << report;
   }
 }

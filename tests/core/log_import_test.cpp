@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "analysis/form1.h"
-#include "support/fake_host.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
@@ -16,21 +13,11 @@ namespace {
 using V = std::vector<std::string>;
 using Messages = std::vector<FakeHost::Message>;
 
-class LogImport : public ::testing::Test {
+class LogImport : public ::testing::Test, protected Session {
  protected:
-  LogImport() : form_(host_) { host_.program_dir = dir_.path().string(); }
+  void Open(const std::string& bytes) { Session::Open("game" + std::to_string(++logs_) + ".log", bytes); }
+  std::string Side(const std::string& name) const { return ReadBytes(dir / name); }
 
-  void Open(const std::string& bytes) {
-    const std::string path = dir_ / ("game" + std::to_string(++logs_) + ".log");
-    WriteBytes(path, bytes);
-    host_.chosen_log = path;
-    form_.LoadFile();
-  }
-  std::string Side(const std::string& name) const { return ReadBytes(dir_ / name); }
-
-  ScratchDir dir_;
-  FakeHost host_;
-  Form1 form_;
   int logs_ = 0;
 };
 
@@ -45,31 +32,22 @@ TEST_F(LogImport, FiltersEachLineAndWritesTheSideFiles) {
   const std::string odd_name("\x80\xff<&\"", 5), nul_name("N\0l", 3);
   // clang-format off
   const ImportCase cases[] = {
-      {"CR LF pairs give an empty ignored line each",
-       "^7Alpha killed himself.\r\n^7Bravo cratered.\r\n",
+      {"CR LF pairs give an empty ignored line each", "^7Alpha killed himself.\r\n^7Bravo cratered.\r\n",
        {"Alpha killed himself.", "Bravo cratered."}, "\r\n\r\n", ""},
       {"CR alone and LF alone each end a line", "^7Alpha cratered.\r^7Bravo cratered.\n\n",
        {"Alpha cratered.", "Bravo cratered."}, "\r\n", ""},
-      {"the last line without a line end goes nowhere", "^7Alpha cratered.\n^7Bravo: no end",
-       {"Alpha cratered."}, "", ""},
+      {"the last line without a line end goes nowhere", "^7Alpha cratered.\n^7Bravo: no end", {"Alpha cratered."}, "", ""},
       {"sentry text keeps a line, an obituary alone does not",
-       "Delta's Sentry Gun was destroyed by Echo.\nDelta's Sentry Gun was destroyed by\n"
-       "Alpha was railed by Bravo\n",
-       {"Delta's Sentry Gun was destroyed by Echo."},
-       "Delta's Sentry Gun was destroyed by\r\nAlpha was railed by Bravo\r\n", ""},
+       "Delta's Sentry Gun was destroyed by Echo.\nDelta's Sentry Gun was destroyed by\nAlpha was railed by Bravo\n",
+       {"Delta's Sentry Gun was destroyed by Echo."}, "Delta's Sentry Gun was destroyed by\r\nAlpha was railed by Bravo\r\n", ""},
       {"joins and connections are ignored unchanged",
        "^7Alpha entered the game\n^7Bravo disconnected\n^1Unpure client detected ^7x\n"
-       "Delta's Sentry Gun was destroyed by Reconnected.\n",
-       {},
+       "Delta's Sentry Gun was destroyed by Reconnected.\n", {},
        "^7Alpha entered the game\r\n^7Bravo disconnected\r\n^1Unpure client detected ^7x\r\n"
-       "Delta's Sentry Gun was destroyed by Reconnected.\r\n",
-       ""},
-      {"chat with code 7 goes stripped to chat and ignored",
-       "^7Alpha: ^2gg\n^7Bravo was railed by Alpha: lol\n", {},
-       "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n",
-       "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n"},
-      {"chat without code 7 goes unstripped to ignored only", "^1Bravo: ^2plain\n", {},
-       "^1Bravo: ^2plain\r\n", ""},
+       "Delta's Sentry Gun was destroyed by Reconnected.\r\n", ""},
+      {"chat with code 7 goes stripped to chat and ignored", "^7Alpha: ^2gg\n^7Bravo was railed by Alpha: lol\n", {},
+       "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n", "Alpha: gg\r\nBravo was railed by Alpha: lol\r\n"},
+      {"chat without code 7 goes unstripped to ignored only", "^1Bravo: ^2plain\n", {}, "^1Bravo: ^2plain\r\n", ""},
       {"never-kept texts anywhere, near misses kept", "^7connected\n^7cconnected x\n^7x connecte d\n^7conn ected\n",
        {"x connecte d", "conn ected"}, "^7connected\r\n^7cconnected x\r\n", ""},
       {"server command overflow", "^7Server command overflow\n", {},
@@ -85,11 +63,11 @@ TEST_F(LogImport, FiltersEachLineAndWritesTheSideFiles) {
     Open(c.log);
     std::string logoutput;
     for (const std::string& row : c.kept) logoutput += row + "\r\n";
-    EXPECT_EQ(form_.List1.Rows(), c.kept);
+    EXPECT_EQ(form.List1.Rows(), c.kept);
     EXPECT_EQ(Side("logoutput.txt"), logoutput + "\r\n");
     EXPECT_EQ(Side("ignored.txt"), c.ignored);
     EXPECT_EQ(Side("chat.txt"), c.chat);
-    EXPECT_TRUE(host_.messages.empty());
+    EXPECT_TRUE(host.messages.empty());
   }
 }
 
@@ -110,42 +88,42 @@ TEST_F(LogImport, KeptLinesLoseTheirColourCodesOneCodeAfterTheOther) {
     kept.push_back("Ida's Sentry Gun was destroyed by " + stripped);
   }
   Open(log);
-  EXPECT_EQ(form_.List1.Rows(), kept);
+  EXPECT_EQ(form.List1.Rows(), kept);
 }
 
 TEST_F(LogImport, AppendModeLogOutputHoldsBothFilesAndTheOtherSideFilesTheLastOnly) {
-  host_.append = true;
+  host.append = true;
   Open("^7Alpha cratered.\r\n^7Bravo: hi\n");
   EXPECT_EQ(Side("ignored.txt"), "\r\nBravo: hi\r\n");
   Open("^7Charlie cratered.\nnoise\n^7Dora: yo\n");
-  EXPECT_EQ(form_.List1.Rows(), (V{"Alpha cratered.", "Charlie cratered."}));
+  EXPECT_EQ(form.List1.Rows(), (V{"Alpha cratered.", "Charlie cratered."}));
   EXPECT_EQ(Side("logoutput.txt"), "Alpha cratered.\r\nCharlie cratered.\r\n\r\n");
   EXPECT_EQ(Side("ignored.txt") + "|" + Side("chat.txt"), "noise\r\nDora: yo\r\n|Dora: yo\r\n");
   // A missing file empties ignored and chat and rewrites the log output.
-  host_.chosen_log = dir_ / "missing.log";
-  form_.LoadFile();
-  EXPECT_EQ(host_.messages, (Messages{{"File Not Found", MessageIcon::kCritical}}));
+  host.chosen_log = dir / "missing.log";
+  form.LoadFile();
+  EXPECT_EQ(host.messages, (Messages{{"File Not Found", MessageIcon::kCritical}}));
   EXPECT_EQ(Side("logoutput.txt") + "|" + Side("ignored.txt") + "|" + Side("chat.txt"),
             "Alpha cratered.\r\nCharlie cratered.\r\n\r\n||");
 }
 
 TEST_F(LogImport, WithoutAppendEveryImportStartsFromAnEmptyWorksheet) {
-  for (const char* name : {"logoutput.txt", "ignored.txt", "chat.txt"}) WriteBytes(dir_ / name, name);
-  host_.append = true;
-  form_.List1.Append("kept from before");
-  form_.LoadFile();
-  EXPECT_EQ(form_.List1.Rows(), (V{"kept from before"}));
-  host_.append = false;
-  form_.List2.Append("stale");
-  host_.table[0].Append("stale");
-  form_.LoadFile();
-  EXPECT_EQ(form_.List1.Count() + form_.List2.Count() + host_.table.RowCount(), 0u);
-  EXPECT_EQ(host_.messages, Messages(2, {"Choose a file!", MessageIcon::kNone}));
+  for (const char* name : {"logoutput.txt", "ignored.txt", "chat.txt"}) WriteBytes(dir / name, name);
+  host.append = true;
+  form.List1.Append("kept from before");
+  form.LoadFile();
+  EXPECT_EQ(form.List1.Rows(), (V{"kept from before"}));
+  host.append = false;
+  form.List2.Append("stale");
+  host.table[0].Append("stale");
+  form.LoadFile();
+  EXPECT_EQ(form.List1.Count() + form.List2.Count() + host.table.RowCount(), 0u);
+  EXPECT_EQ(host.messages, Messages(2, {"Choose a file!", MessageIcon::kNone}));
   EXPECT_EQ(Side("logoutput.txt") + Side("ignored.txt") + Side("chat.txt"),
             "logoutput.txtignored.txtchat.txt");
-  form_.List2.Append("stale");
+  form.List2.Append("stale");
   Open("^7Bravo cratered.\n");
-  EXPECT_TRUE(form_.List2.Empty());
+  EXPECT_TRUE(form.List2.Empty());
 }
 
 // The log is read in pieces of 1 MiB; lines that run across pieces and a
@@ -153,12 +131,12 @@ TEST_F(LogImport, WithoutAppendEveryImportStartsFromAnEmptyWorksheet) {
 TEST_F(LogImport, LinesRunningAcrossReadPiecesAreKeptOrIgnoredWhole) {
   const std::string long_kept(3'000'000, 'k'), long_ignored(3'000'000, 'i');
   Open("^7" + long_kept + " cratered.\r\n" + long_ignored + "\r\n");
-  EXPECT_EQ(form_.List1.Rows(), (V{long_kept + " cratered."}));
+  EXPECT_EQ(form.List1.Rows(), (V{long_kept + " cratered."}));
   EXPECT_EQ(Side("ignored.txt"), "\r\n" + long_ignored + "\r\n\r\n");
 
   const std::string filler((1 << 20) - std::string("^7 cratered.\r").size(), 'f');
   Open("^7" + filler + " cratered.\r\n^7Bravo cratered.\r\n");  // CR ends the first piece
-  EXPECT_EQ(form_.List1.Rows(), (V{filler + " cratered.", "Bravo cratered."}));
+  EXPECT_EQ(form.List1.Rows(), (V{filler + " cratered.", "Bravo cratered."}));
   EXPECT_EQ(Side("ignored.txt"), "\r\n\r\n");
 }
 

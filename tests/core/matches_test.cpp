@@ -6,29 +6,20 @@
 #include <gtest/gtest.h>
 
 #include "analysis/analysis_run.h"
-#include "analysis/form1.h"
 #include "stats/awards.h"
-#include "support/fake_host.h"
-#include "support/test_files.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
 
 // The run of logs (several: Append, then Process), with its markers.
 std::shared_ptr<const RunRecord> RunOf(const std::vector<std::string>& logs) {
-  ScratchDir dir;
-  FakeHost host;
-  host.program_dir = dir.path();
-  host.append = logs.size() > 1;
-  Form1 form(host);
-  form.RecordsMarkers = true;
-  for (std::size_t i = 0; i < logs.size(); ++i) {
-    host.chosen_log = dir / ("m" + std::to_string(i) + ".log");
-    WriteBytes(host.chosen_log, logs[i]);
-    form.LoadFile();
-  }
-  logs.size() > 1 ? ProcessRun(form) : OpenRun(form);
-  return form.LastRun();
+  Session s;
+  s.host.append = logs.size() > 1;
+  s.form.RecordsMarkers = true;
+  for (std::size_t i = 0; i < logs.size(); ++i) s.Open("m" + std::to_string(i) + ".log", logs[i]);
+  logs.size() > 1 ? ProcessRun(s.form) : OpenRun(s.form);
+  return s.form.LastRun();
 }
 
 // "log:first-last (how) blue:red winner Blue=names Red=names" per match.
@@ -62,34 +53,28 @@ class MatchSplit : public ::testing::TestWithParam<SplitCase> {};
 
 TEST_P(MatchSplit, CutsAlongTheMarkers) { EXPECT_EQ(MatchesOf(GetParam().logs), GetParam().matches); }
 
-INSTANTIATE_TEST_SUITE_P(
-    Logs, MatchSplit,
-    ::testing::Values(
-        SplitCase{"NoMarkersIsOneMatch",
-                  {kABlueBRed + "A^7 captured the RED flag!\n"},
-                  {"0:1-4 (end of the log) 1:0 Blue Blue=A Red=B"}},
-        // Line 1 holds no event; the capture on line 7 falls in the intermission.
-        SplitCase{"IntermissionBelongsToNoMatchAndTeamsChangeSides",
-                  {"junk\nCL_InitCGame: 0.5 seconds\n" + kABlueBRed +
-                   "Timelimit hit.\nB^7 captured the BLUE flag!\nCL_InitCGame: 0.5 seconds\n" + kBBlueARed +
-                   "A^7 captured the BLUE flag!\nA^7 hit the fraglimit.\nA^7 got the BLUE flag!\n"},
-                  {"0:2-6 (time limit) 0:0 draw Blue=A Red=B",
-                   "0:8-13 (a player hit the frag limit) 0:1 Red Blue=B Red=A"}},
-        SplitCase{
-            "FragmentsWithoutEventsAreNoMatch",
-            {"CL_InitCGame: 0.4 seconds\n----- CL_Shutdown -----\n"
-             "logfile opened on Sat Jun 15 20:15:00 2024\nCL_InitCGame: 0.4 seconds\n" +
-             kABlueBRed + "CL_InitCGame: 0.4 seconds\n" + kABlueBRed + "----- CL_Shutdown -----\n"},
-            {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
-        SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
-                  {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n" +
-                   kABlueBRed},
-                  {"0:1-9 (end of the log) 0:0 draw Blue=A Red=B"}},
-        SplitCase{"EachLogBeginsAMatch",
-                  {kABlueBRed + "Red hit the capturelimit.\n", kBBlueARed},
-                  {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B",
-                   "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Logs, MatchSplit, ::testing::Values(
+    SplitCase{"NoMarkersIsOneMatch", {kABlueBRed + "A^7 captured the RED flag!\n"},
+              {"0:1-4 (end of the log) 1:0 Blue Blue=A Red=B"}},
+    // Line 1 holds no event; the capture on line 7 falls in the intermission.
+    SplitCase{"IntermissionBelongsToNoMatchAndTeamsChangeSides",
+              {"junk\nCL_InitCGame: 0.5 seconds\n" + kABlueBRed + "Timelimit hit.\nB^7 captured the BLUE flag!\n"
+               "CL_InitCGame: 0.5 seconds\n" + kBBlueARed + "A^7 captured the BLUE flag!\nA^7 hit the fraglimit.\n"
+               "A^7 got the BLUE flag!\n"},
+              {"0:2-6 (time limit) 0:0 draw Blue=A Red=B", "0:8-13 (a player hit the frag limit) 0:1 Red Blue=B Red=A"}},
+    SplitCase{"FragmentsWithoutEventsAreNoMatch",
+              {"CL_InitCGame: 0.4 seconds\n----- CL_Shutdown -----\nlogfile opened on Sat Jun 15 20:15:00 2024\n"
+               "CL_InitCGame: 0.4 seconds\n" + kABlueBRed + "CL_InitCGame: 0.4 seconds\n" + kABlueBRed +
+               "----- CL_Shutdown -----\n"},
+              {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
+    SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
+              {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n" + kABlueBRed},
+              {"0:1-9 (end of the log) 0:0 draw Blue=A Red=B"}},
+    SplitCase{"EachLogBeginsAMatch", {kABlueBRed + "Red hit the capturelimit.\n", kBBlueARed},
+              {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B", "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}}),
     [](const auto& info) { return info.param.name; });
+// clang-format on
 
 // The first map of the sample evening, alone in a log, is one match whose
 // counts are exactly the run's.
@@ -115,9 +100,7 @@ class Awards : public ::testing::TestWithParam<AwardCase> {};
 
 TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
   std::vector<PlayerCounts> players;
-  for (const auto& [name, frags, deaths] : GetParam().players) {
-    players.push_back({name, {frags, deaths}});
-  }
+  for (const auto& [name, frags, deaths] : GetParam().players) players.push_back({name, {frags, deaths}});
   const Award award = GiveAwards(players)[GetParam().award];
   EXPECT_EQ(award.winners, GetParam().winners);
   EXPECT_EQ(award.Reason(), GetParam().reason);

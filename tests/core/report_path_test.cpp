@@ -1,21 +1,17 @@
 // Where the report of a run goes: named after the log, in the output
 // directory or next to the log, and never over the log itself.
 
+#include "report/report_path.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "report/report_path.h"
 #include "support/fake_host.h"
 #include "support/test_files.h"
 
 namespace vantor::testing {
 namespace {
-
-std::string ReplaceDir(std::string text, const std::string& dir) {
-  for (std::size_t at; (at = text.find("{dir}")) != std::string::npos;) text.replace(at, 5, dir);
-  return text;
-}
 
 TEST(GetReportPath, NamesTheReportAfterTheLogButNeverTheLogItself) {
   ScratchDir scratch;
@@ -46,9 +42,9 @@ TEST(GetReportPath, NamesTheReportAfterTheLogButNeverTheLogItself) {
   };
   for (const auto& r : rows) {
     FakeHost host;
-    host.settings["OutputDir"] = ReplaceDir(r.output_dir, dir);
-    host.chosen_log = ReplaceDir(r.log, dir);
-    EXPECT_EQ(GetReportPath(host), ReplaceDir(r.report, dir)) << r.name;
+    host.settings["OutputDir"] = ReplaceAll(r.output_dir, "{dir}", dir);
+    host.chosen_log = ReplaceAll(r.log, "{dir}", dir);
+    EXPECT_EQ(GetReportPath(host), ReplaceAll(r.report, "{dir}", dir)) << r.name;
   }
 }
 

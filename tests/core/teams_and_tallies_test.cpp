@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/form1.h"
-#include "support/fake_host.h"
+#include "support/session.h"
 
 namespace vantor::testing {
 namespace {
@@ -14,50 +13,41 @@ struct Kill {
   std::string killer, victim, method;
 };
 
-class Stages : public ::testing::Test {
+class Stages : public ::testing::Test, protected Session {
  protected:
-  Stages() : form_(host_) {}
-
   void Events(const std::vector<Kill>& kills) {
     for (const Kill& k : kills) {
-      form_.List2.Append(k.killer);
-      form_.List3.Append(k.victim);
-      form_.List4.Append(k.method);
+      form.List2.Append(k.killer);
+      form.List3.Append(k.victim);
+      form.List4.Append(k.method);
     }
   }
   void Flag(const std::string& player, const std::string& action) {
-    form_.List5.Append(player);
-    form_.List6.Append(action);
+    form.List5.Append(player);
+    form.List6.Append(action);
   }
   void Teams(int passes) {
-    form_.ResetTeamColours();
-    form_.GetIndividualPlayers();
-    form_.SplitByColor();
-    for (int p = 0; p < passes; ++p) form_.subCheckTeam();
+    form.ResetTeamColours();
+    form.GetIndividualPlayers();
+    form.SplitByColor();
+    for (int p = 0; p < passes; ++p) form.subCheckTeam();
   }
-  V Column(std::size_t c) const { return host_.table[c].Rows(); }
-
-  FakeHost host_;
-  Form1 form_;
+  V Column(std::size_t c) const { return host.table[c].Rows(); }
 };
 
+// The event lists are laid out by hand, several kills a line.
+// clang-format off
 TEST_F(Stages, RosterListsKillersFirstAndNeverHimself) {
-  Events({{"Himself", "Alpha", "Suicide"},
-          {"Bravo", "Charlie", "Rail Gun"},
-          {"NotHimself", "alpha", "Knife"},
-          {"Bravo", "Himself2", "Knife"},
-          {"Alpha", "", "Knife"}});
-  form_.List10.Append("Sentryman");
+  Events({{"Himself", "Alpha", "Suicide"}, {"Bravo", "Charlie", "Rail Gun"}, {"NotHimself", "alpha", "Knife"},
+          {"Bravo", "Himself2", "Knife"}, {"Alpha", "", "Knife"}});
+  form.List10.Append("Sentryman");
   Flag("Flagman", "Flag Grab (Red)");
-  form_.GetIndividualPlayers();
-  EXPECT_EQ(form_.List7.Rows(), (V{"Bravo", "Alpha", "Charlie", "alpha", ""}));
+  form.GetIndividualPlayers();
+  EXPECT_EQ(form.List7.Rows(), (V{"Bravo", "Alpha", "Charlie", "alpha", ""}));
 }
 
 TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
-  Events({{"Alpha", "Bravo", "Knife"},
-          {"Carl", "Dora", "Knife"},
-          {"Eve", "Al", "Knife"},
-          {"Alice", "Zed", "Knife"}});
+  Events({{"Alpha", "Bravo", "Knife"}, {"Carl", "Dora", "Knife"}, {"Eve", "Al", "Knife"}, {"Alice", "Zed", "Knife"}});
   Flag("Bravo", "Flag Grab (Red)");
   Flag("Alpha", "Flag Capture (Red)");  // capture decides over the later defence
   Flag("Alpha", "Flag Defense (Blue)");
@@ -66,9 +56,9 @@ TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
   Teams(0);
   // Al is part of Alice and of Alpha: credited with the events of both, and
   // Alpha's capture, the last kind counted, makes Al Red.
-  EXPECT_EQ(form_.List8.Rows(), (V{"Alice"}));
-  EXPECT_EQ(form_.List9.Rows(), (V{"Alpha", "Bravo", "Al"}));
-  form_.GetIndivStats();
+  EXPECT_EQ(form.List8.Rows(), (V{"Alice"}));
+  EXPECT_EQ(form.List9.Rows(), (V{"Alpha", "Bravo", "Al"}));
+  form.GetIndivStats();
   EXPECT_EQ(Column(0), (V{"Alice", "Totals", " ", "Alpha", "Bravo", "Al", "Totals"}));
   EXPECT_EQ(Column(4), (V{"2", "2", " ", "0", "1", "2", "3"}));
   EXPECT_EQ(Column(6), (V{"0", "0", " ", "1", "0", "1", "2"}));
@@ -78,47 +68,40 @@ TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
 TEST_F(Stages, PropagationFollowsOnlyTheFirstDecidingEventOnePassAtATime) {
   // Blue seed A; B killed A; C killed B; D killed C and needs a third pass;
   // E's first kill is of a player without a team; F only kills himself.
-  Events({{"Himself", "B", "Suicide"},
-          {"B", "A", "Knife"},
-          {"C", "B", "Knife"},
-          {"D", "C", "Knife"},
-          {"E", "X", "Knife"},
-          {"E", "A", "Knife"},
-          {"Himself", "F", "Suicide"}});
+  Events({{"Himself", "B", "Suicide"}, {"B", "A", "Knife"}, {"C", "B", "Knife"}, {"D", "C", "Knife"},
+          {"E", "X", "Knife"}, {"E", "A", "Knife"}, {"Himself", "F", "Suicide"}});
   Flag("A", "Flag Grab (Blue)");
   Teams(2);
-  EXPECT_EQ(form_.List8.Rows(), (V{"A", "C"}));
-  EXPECT_EQ(form_.List9.Rows(), (V{"B"}));
+  EXPECT_EQ(form.List8.Rows(), (V{"A", "C"}));
+  EXPECT_EQ(form.List9.Rows(), (V{"B"}));
 }
 
 TEST_F(Stages, NameInBothTeamsFindsItsConsumedEventsGoneAtItsSecondSlot) {
-  Events({{"Alpha", "Zed", "Knife"},
-          {"Himself", "Alpha", "Suicide"},
-          {"Zed", "Alpha", "Knife"},
-          {"Zed", "alpha", "Knife"}});
-  form_.List10.Append("Alpha");
+  Events({{"Alpha", "Zed", "Knife"}, {"Himself", "Alpha", "Suicide"}, {"Zed", "Alpha", "Knife"}, {"Zed", "alpha", "Knife"}});
+  form.List10.Append("Alpha");
   Flag("Alphabet", "Flag Grab (Blue)");
-  form_.List8.Append("Alpha");
-  form_.List9.Append("Alpha");
-  form_.GetIndivStats();
+  form.List8.Append("Alpha");
+  form.List9.Append("Alpha");
+  form.GetIndivStats();
   EXPECT_EQ(Column(1), (V{"1", "1", " ", "1", "1"}));   // frags
   EXPECT_EQ(Column(2), (V{"2", "2", " ", "1", "1"}));   // deaths less the suicide
   EXPECT_EQ(Column(3), (V{"1", "1", " ", "0", "0"}));   // suicides
   EXPECT_EQ(Column(4), (V{"1", "1", " ", "1", "1"}));   // flag grabs of Alphabet
   EXPECT_EQ(Column(10), (V{"1", "1", " ", "1", "1"}));  // sentries
-  EXPECT_EQ(form_.tally[0].WeaponKills(Weapon::Knife), 1);
-  EXPECT_EQ(form_.tally[1].WeaponKills(Weapon::Knife), 0);
+  EXPECT_EQ(form.tally[0].WeaponKills(Weapon::Knife), 1);
+  EXPECT_EQ(form.tally[1].WeaponKills(Weapon::Knife), 0);
   // The kills by the teamless Zed stay.
-  EXPECT_EQ(form_.List2.Rows(), (V{"Zed", "Zed"}));
+  EXPECT_EQ(form.List2.Rows(), (V{"Zed", "Zed"}));
 }
 
 TEST_F(Stages, CountsBeyondSixteenBitsAreExact) {
   Events(std::vector<Kill>(40001, {"Alpha", "Bravo", "Knife"}));
-  form_.List8.Append("Alpha");
-  form_.GetIndivStats();
+  form.List8.Append("Alpha");
+  form.GetIndivStats();
   EXPECT_EQ(Column(1), (V{"40001", "40001", " ", "0"}));
-  EXPECT_EQ(form_.tally[0].WeaponKills(Weapon::Knife), 40001);
+  EXPECT_EQ(form.tally[0].WeaponKills(Weapon::Knife), 40001);
 }
+// clang-format on
 
 }  // namespace
 }  // namespace vantor::testing

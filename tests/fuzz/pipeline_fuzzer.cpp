@@ -27,9 +27,8 @@ std::string Read(const fs::path& path) { return fs::is_regular_file(path) ? Read
 // The rows of a side file, each ended by CR LF, behind them one empty line.
 bool Rows(const std::string& bytes, std::vector<std::string>& rows) {
   if (!bytes.ends_with("\r\n\r\n") && bytes != "\r\n") return false;
-  for (std::size_t at = 0, end; (end = bytes.find("\r\n", at)) != bytes.size() - 2; at = end + 2) {
+  for (std::size_t at = 0, end; (end = bytes.find("\r\n", at)) != bytes.size() - 2; at = end + 2)
     rows.push_back(bytes.substr(at, end - at));
-  }
   return true;
 }
 
@@ -56,14 +55,12 @@ std::vector<std::string> RunCase(std::string_view input, const fs::path& dir) {
   for (const auto& m : host.messages) f.push_back("message shown: " + m.text);
   const fs::path report = dir / (std::to_string(logs.size()) + "game.html");
   if (host.opened != std::vector<std::string>{report.string()}) f.push_back("not the report opened");
-  for (std::size_t i = 0; i < logs.size(); ++i) {
+  for (std::size_t i = 0; i < logs.size(); ++i)
     if (Read(dir / (std::to_string(i + 1) + "game.log")) != logs[i]) f.push_back("a log changed");
-  }
   const std::string html = Read(report);
   if (!html.starts_with("<html><head><meta http-equiv=Content-Type") ||
-      !html.ends_with("</center></table></body></html>\r\n")) {
+      !html.ends_with("</center></table></body></html>\r\n"))
     f.push_back("the report is cut short");
-  }
   // The imported lines, recognised again, leave exactly the unknown lines.
   std::vector<std::string> imported, unknown;
   if (!Rows(Read(dir / "logoutput.txt"), imported) || !Rows(Read(dir / "unknown.txt"), unknown)) {

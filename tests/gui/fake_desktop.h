@@ -50,6 +50,13 @@ class FakeDesktop : public vantor::Desktop {
     return answer.isEmpty() ? QDialog::Rejected : QDialog::Accepted;
   }
   void OpenUrl(const QUrl& url) override { opened << url; }
+  // Writes a file of that name into dir and returns its path.
+  QString Write(const QString& name, const QByteArray& bytes) {
+    QFile file(dir.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+      qFatal("cannot write %s", qPrintable(name));
+    return file.fileName();
+  }
   QString ProgramDirectory() const override { return program_dir; }
 
   // What a label or message box shows of text: rich text loses its markup.

@@ -16,11 +16,13 @@
 #include <memory>
 
 #include "fake_desktop.h"
-#include "statistics_rows.h"
 #include "ui/display_stats.h"
 
 namespace {
 
+const char* const kStatisticsLists[] = {"lstName",        "lstFrags",     "lstDeaths",       "lstSuicides",
+                                        "lstFlagGrabs",   "lstFCDefends", "lstFlagCaptures", "lstFlagDefends",
+                                        "lstBaseDefends", "lstFCKills",   "lstSentKill"};
 const QStringList kHeadings = {"Name",  "Frags", "Deaths", "Suicides", "F Grabs", "FC Def",
                                "F Cap", "F Def", "B Def",  "FC Frag",  "Sentrys"};
 
@@ -60,9 +62,8 @@ class MainWindowTest : public QObject {
   void Trigger(const char* item) { Find<QAction>(item)->trigger(); }
   QProgressBar* Progress() { return Find<QProgressBar>("prgProgress"); }
   QWidget* Options() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
+    for (QWidget* window : QApplication::topLevelWidgets())
       if (window->objectName() == "frmOptions") return window;
-    }
     return nullptr;
   }
 
@@ -70,12 +71,17 @@ class MainWindowTest : public QObject {
     desktop_->answers << answer;
     Trigger("mnuOpen");
   }
-  QString GameLog() {
-    QFile file(desktop_->dir.filePath("game.log"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(kGameLog) < 0) qFatal("cannot write");
-    return file.fileName();
+  QString GameLog() { return desktop_->Write("game.log", kGameLog); }
+  // The statistics table as the user reads it: one row of eleven cells per line of its lists.
+  QList<QStringList> Table() {
+    QList<QStringList> rows;
+    for (const char* name : kStatisticsLists) {
+      auto* list = Find<QListWidget>(name);
+      rows.resize(std::max<qsizetype>(rows.size(), list->count()));
+      for (int r = 0; r < list->count(); ++r) rows[r] << list->item(r)->text();
+    }
+    return rows;
   }
-  QList<QStringList> Table() { return StatisticsRows(*window_); }
   // A window as the program starts it; the desktop and its settings stay.
   void StartWindow() {
     window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
@@ -246,10 +252,9 @@ class MainWindowTest : public QObject {
     QTest::keyClick(window_.get(), Qt::Key_T, Qt::AltModifier);
     QCOMPARE(window_->menuBar()->activeAction(), Find<QMenu>("mnuTools")->menuAction());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    const QString log = GameLog(), second = desktop_->dir.filePath("second.log");
-    QFile big(second);  // three read pieces: the status bar shows how far reading has come
-    QVERIFY(big.open(QIODevice::WriteOnly) && big.write(kGameLog) && big.write(QByteArray(3 << 20, '\n')));
-    big.close();
+    // Three read pieces: the status bar shows how far reading has come.
+    const QString log = GameLog(),
+                  second = desktop_->Write("second.log", kGameLog + QByteArray(3 << 20, '\n'));
     QList<int> read;
     connect(Find<QProgressBar>("prgReading"), &QProgressBar::valueChanged, this,
             [&read](int v) { read << v; });
@@ -287,19 +292,16 @@ class MainWindowTest : public QObject {
     QByteArray log = "^7Red00 got the BLUE flag!\r\n";
     for (int i = 1; i < 40; ++i)
       log += QString("^7P%1 was railed by Red00\r\n").arg(i, 2, 10, QChar('0')).toLatin1();
-    QFile file(desktop_->dir.filePath("forty.log"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(log) > 0);
-    file.close();
-    Open(file.fileName());
+    const QString forty = desktop_->Write("forty.log", log);
+    Open(forty);
     auto* names = Find<QListWidget>("lstName");
     QCOMPARE(names->count(), 43);  // 39 Blue, Totals, blank, Red00, Totals
     for (int top : {5, names->verticalScrollBar()->maximum()}) {
       names->verticalScrollBar()->setValue(top);
       QCoreApplication::processEvents();  // the lists lay their rows out
-      for (const char* list : kStatisticsLists) {
-        QCOMPARE(Find<QListWidget>(list)->indexAt(QPoint(2, 2)).row(),
-                 top);  // every list shows the same top row
-      }
+      // Every list shows the same top row.
+      for (const char* list : kStatisticsLists)
+        QCOMPARE(Find<QListWidget>(list)->indexAt(QPoint(2, 2)).row(), top);
     }
     QCOMPARE(names->item(0)->foreground().color(), QColor(0, 0, 255));
     QCOMPARE(names->item(41)->foreground().color(), QColor(255, 0, 0));
@@ -317,13 +319,13 @@ class MainWindowTest : public QObject {
     QCOMPARE(copied.size(), 45);
     QCOMPARE(copied[0], kHeadings.join('\t'));
     QCOMPARE(copied[42], QString("Red00\t39\t0\t0\t1\t0\t0\t0\t0\t0\t0"));
-    desktop_->answers << desktop_->dir.filePath("forty.csv") << desktop_->dir.filePath("forty.log");
+    desktop_->answers << desktop_->dir.filePath("forty.csv") << forty;
     Find<QAction>("mnuExportCsv")->trigger();
     Find<QAction>("mnuExportJson")->trigger();  // over the log: refused, the log kept
     QFile csv(desktop_->dir.filePath("forty.csv"));
     QVERIFY(csv.open(QIODevice::ReadOnly) && csv.readAll().startsWith("slot,name,team,frags,"));
-    QCOMPARE(desktop_->messages.join(""), "Vantor Log Analyzer | Did not write " + file.fileName() +
-                                              ": it is the log " + file.fileName() + " of this run | 3 | OK");
+    QCOMPARE(desktop_->messages.join(""), "Vantor Log Analyzer | Did not write " + forty +
+                                              ": it is the log " + forty + " of this run | 3 | OK");
   }
 };
 

@@ -32,7 +32,7 @@ const char kCountLabels[] =
     "Assassin/Recon/Nurse Stats,Pistol,Knife,Uzi,Goodyear,Disease,Plague Dart,SSG,Other Stats,"
     "Handgrenade Hit,Handgrenade Splash,Shotgun,Gauntlet,Other weapons,Magnotron Grenade";
 
-// "label=value" per row, every weapon count 0 but those given.
+// "label|value" per row, every weapon count 0 but those given.
 QStringList CountRows(const QList<int>& ten, const QMap<QString, int>& weapons) {
   const QStringList labels = QString(kCountLabels).split(',');
   QStringList rows;
@@ -40,7 +40,7 @@ QStringList CountRows(const QList<int>& ten, const QMap<QString, int>& weapons) 
     const QString& l = labels[k];
     rows << (l.endsWith("Stats") || l == "Other weapons"
                  ? l
-                 : l + "=" + QString::number(k < 10 ? ten[k] : weapons.value(l)));
+                 : l + "|" + QString::number(k < 10 ? ten[k] : weapons.value(l)));
   }
   return rows;
 }
@@ -55,9 +55,8 @@ class PlayerDetailsTest : public QObject {
 
   // The details window that opening a row showed, if any.
   static QWidget* Shown(const QWidgetList& before) {
-    for (QWidget* top : QApplication::topLevelWidgets()) {
+    for (QWidget* top : QApplication::topLevelWidgets())
       if (top->objectName() == "PlayerDetails" && top->isVisible() && !before.contains(top)) return top;
-    }
     return nullptr;
   }
   QWidget* DoubleClickRow(int row) {
@@ -69,31 +68,23 @@ class PlayerDetailsTest : public QObject {
     QTest::mouseDClick(names->viewport(), Qt::LeftButton, {}, at);
     return Shown(before);
   }
-  // "label=value" for each row of the counts table; group headings alone.
-  static QStringList Counts(QWidget* details) {
-    auto* table = details->findChild<QTableWidget*>("counts");
-    QStringList rows;
-    for (int r = 0; r < table->rowCount(); ++r) {
-      rows << (table->item(r, 1) ? table->item(r, 0)->text() + "=" + table->item(r, 1)->text()
-                                 : table->item(r, 0)->text());
-    }
-    return rows;
-  }
+  // The cells of each row joined by "|"; a group heading of the counts is alone in its row.
   static QStringList Cells(QWidget* details, const char* table_name) {
     auto* table = details->findChild<QTableWidget*>(table_name);
     QStringList rows;
     for (int r = 0; r < table->rowCount(); ++r) {
       QStringList cells;
-      for (int c = 0; c < table->columnCount(); ++c) cells << table->item(r, c)->text();
+      for (int c = 0; c < table->columnCount(); ++c) {
+        if (table->item(r, c)) cells << table->item(r, c)->text();
+      }
       rows << cells.join('|');
     }
     return rows;
   }
   static QStringList LinesOf(QWidget* details, const QString& count) {
     auto* table = details->findChild<QTableWidget*>("counts");
-    for (int r = 0; r < table->rowCount(); ++r) {
+    for (int r = 0; r < table->rowCount(); ++r)
       if (table->item(r, 0)->text() == count) table->selectRow(r);
-    }
     QStringList lines;
     auto* list = details->findChild<QListWidget*>("sourceLines");
     for (int i = 0; i < list->count(); ++i) lines << list->item(i)->text();
@@ -105,10 +96,7 @@ class PlayerDetailsTest : public QObject {
     desktop_ = std::make_unique<FakeDesktop>();
     window_ = std::make_unique<vantor::DisplayStats>(*desktop_);
     window_->show();
-    QFile log(desktop_->dir.filePath("worked.log"));
-    QVERIFY(log.open(QIODevice::WriteOnly) && log.write(kWorkedExample) > 0);
-    log.close();
-    desktop_->answers << log.fileName();
+    desktop_->answers << desktop_->Write("worked.log", kWorkedExample);
     window_->findChild<QAction*>("mnuOpen")->trigger();
   }
   void cleanup() {
@@ -122,11 +110,10 @@ class PlayerDetailsTest : public QObject {
     QVERIFY(alpha && !alpha->isModal());
     QCOMPARE(alpha->windowTitle(), QString("Alpha (Blue) - Vantor Log Analyzer"));
     QCOMPARE(alpha->findChild<QLabel*>("player")->text(), QString("<b>Alpha</b> (Blue)"));
-    QCOMPARE(Counts(alpha), CountRows({2, 1, 0, 1, 0, 0, 0, 0, 0, 0}, {{"Railgun", 2}}));
-    QCOMPARE(
-        alpha->findChild<QLabel*>("team")->text(),
-        QString(
-            "Plays for Blue: their Flag Grab was for Blue (worked.log, line 1: Alpha got the RED flag!)."));
+    QCOMPARE(Cells(alpha, "counts"), CountRows({2, 1, 0, 1, 0, 0, 0, 0, 0, 0}, {{"Railgun", 2}}));
+    const QString team =
+        "Plays for %1: their Flag Grab was for %1 (worked.log, line %2: %3 got the %4 flag!).";
+    QCOMPARE(alpha->findChild<QLabel*>("team")->text(), team.arg("Blue", "1", "Alpha", "RED"));
     QCOMPARE(alpha->findChild<QLabel*>("rivals")->text(),
              QString("Killed most: Charlie (1). Killed most by: Bravo (1)."));  // a tie goes to the first met
     QCOMPARE(Cells(alpha, "killMatrix"), QStringList({"Charlie|1|0", "Bravo|1|1"}));
@@ -150,11 +137,8 @@ class PlayerDetailsTest : public QObject {
     QWidget* bravo = Shown(before);
     QVERIFY(bravo);
     QCOMPARE(bravo->windowTitle(), QString("Bravo (Red) - Vantor Log Analyzer"));
-    QCOMPARE(Counts(bravo), CountRows({1, 2, 1, 1, 0, 0, 0, 0, 0, 0}, {{"Knife", 1}}));
-    QCOMPARE(
-        bravo->findChild<QLabel*>("team")->text(),
-        QString(
-            "Plays for Red: their Flag Grab was for Red (worked.log, line 2: Bravo got the BLUE flag!)."));
+    QCOMPARE(Cells(bravo, "counts"), CountRows({1, 2, 1, 1, 0, 0, 0, 0, 0, 0}, {{"Knife", 1}}));
+    QCOMPARE(bravo->findChild<QLabel*>("team")->text(), team.arg("Red", "2", "Bravo", "BLUE"));
     QCOMPARE(bravo->findChild<QLabel*>("rivals")->text(),
              QString("Killed most: Alpha (1). Killed most by: Alpha (1)."));
     QCOMPARE(LinesOf(bravo, "Suicides"), QStringList({"worked.log, line 5: Bravo cratered."}));

@@ -88,10 +88,8 @@ check_package() {
   [ "$("$scratch/root/usr/bin/vantor-cli" --version)" = "vantor-cli (Vantor Log Analyzer) 0.80" ] || fail "version"
   # The unpacked program and the build tree's give the same table, report and side files.
   for program in "$scratch/root/usr/bin/vantor-cli" "$build/vantor-cli"; do
-    local out="$scratch/run$((++runs))"
-    mkdir -p "$out"
-    "$program" --quiet --side-dir "$out" --output-dir "$out" --table "$source/samples/evening.log" >"$out/table.txt" ||
-      fail "$program failed"
+    local out="$scratch/run$((++runs))" && mkdir -p "$out"
+    "$program" -q --side-dir "$out" -o "$out" -t "$source/samples/evening.log" >"$out/table.txt" || fail "$program failed"
   done
   diff -r "$scratch/run1" "$scratch/run2" >/dev/null || fail "packaged and built runs differ"
   [ "$(wc -l <"$scratch/run1/table.txt")" -gt 10 ] || fail "no statistics from the packaged program"

@@ -1,9 +1,7 @@
 #pragma once
-// One sample line per message rule, in matching order, each recognised by
-// its own rule before any other, with what it appends to List2, List3,
-// List4, List5, List6 and List10 ("" for nothing). The names are worked out
-// by hand from the message formats: Killer, Victim, Carrier, Loser, Owner
-// and Wrecker stand for the players.
+// One sample line per message rule, in matching order, each recognised by its own rule before any
+// other, with what it appends to List2, List3, List4, List5, List6 and List10 ("" for nothing),
+// worked out by hand: Killer, Victim, Carrier, Loser, Owner and Wrecker stand for the players.
 
 #include <array>
 #include <string>

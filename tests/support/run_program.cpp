@@ -27,9 +27,7 @@ bool RunningAsRoot() { return ::geteuid() == 0; }
 bool PermissionsApplyTo(const std::string& program) {
   if (!RunningAsRoot()) return true;
   const pid_t pid = ::fork();
-  if (pid == 0) {
-    ::_exit(BecomeNobody() && ::access(program.c_str(), X_OK) == 0 ? 0 : 1);
-  }
+  if (pid == 0) ::_exit(BecomeNobody() && ::access(program.c_str(), X_OK) == 0 ? 0 : 1);
   int status = 0;
   ::waitpid(pid, &status, 0);
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;

@@ -18,8 +18,8 @@ ScratchDir::ScratchDir() {
 
 ScratchDir::~ScratchDir() {
   std::error_code ec;
-  std::filesystem::permissions(path_, std::filesystem::perms::owner_all,
-                               std::filesystem::perm_options::add, ec);
+  std::filesystem::permissions(path_, std::filesystem::perms::owner_all, std::filesystem::perm_options::add,
+                               ec);
   std::filesystem::remove_all(path_, ec);
 }
 
@@ -34,7 +34,8 @@ std::string ReadBytes(const std::string& path) {
 std::set<std::string> FilesIn(const std::filesystem::path& dir) {
   std::set<std::string> names;
   std::error_code ec;
-  for (const auto& entry : std::filesystem::directory_iterator(dir, ec)) names.insert(entry.path().filename().string());
+  for (const auto& entry : std::filesystem::directory_iterator(dir, ec))
+    names.insert(entry.path().filename().string());
   return names;
 }
 
@@ -42,6 +43,12 @@ void WriteBytes(const std::string& path, const std::string& bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out << bytes;
   if (!out) throw std::runtime_error("cannot write " + path);
+}
+
+std::string ReplaceAll(std::string text, const std::string& from, const std::string& to) {
+  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+    text.replace(at, from.size(), to);
+  return text;
 }
 
 std::string DataPath(const std::string& relative) {

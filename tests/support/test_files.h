@@ -26,6 +26,8 @@ std::string ReadBytes(const std::string& path);
 // The names of everything in dir; none when it cannot be read.
 std::set<std::string> FilesIn(const std::filesystem::path& dir);
 void WriteBytes(const std::string& path, const std::string& bytes);
+// text with every from replaced by to.
+std::string ReplaceAll(std::string text, const std::string& from, const std::string& to);
 // Test data shipped under tests/data.
 std::string DataPath(const std::string& relative);
 
