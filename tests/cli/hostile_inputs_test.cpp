@@ -132,7 +132,10 @@ std::vector<Hostile> Catalogue() {
        false, [](const Scene& s) { EXPECT_EQ(FilesIn(s.O + "/a/b"), Names{"game.html"}); }},
       {"NoSideFiles", WriteLog(kCratered),
        "cp \"$0\" {O}/vantor-cli && XDG_STATE_HOME={S} exec {O}/vantor-cli -q --no-side-files {L}/game.log", "", 0,
-       {"game.html", "game.log"}, {}, {"vantor-cli"}},
+       {"game.html", "game.log"}, {}, {"vantor-cli"}, "", true},  // as a user: no side file anywhere, "/" neither
+      {"NoThreadToBeHad", WriteLog("^7A got the RED flag!\r\n^7B was railed by A\r\n"), "ulimit -u 1; " + kAnalyse, "",
+       0, {"game.log"}, kSideFiles, {"game.html"}, kHeading + "A\t1\t0\t0\t1\t0\t0\t0\t0\t0\t0\nTotals\t1\t0\t0\t1\t0"
+       "\t0\t0\t0\t0\t0\n" + kSeparator + "B\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\nTotals\t0\t1\t0\t0\t0\t0\t0\t0\t0\t0\n", true},
       {"UnwritableOutputDirectoryKeepsTheEarlierReport",
        [](const Scene& s) {
          WriteBytes(s.L + "/game.log", kCratered);

@@ -74,14 +74,17 @@ struct Rerun {
 class ArchivingAgain : public ::testing::TestWithParam<Rerun> {};
 
 // A log archived again, under any name, is one copy; a log that grew adds
-// only its new matches.
+// only its new matches, and completes a match it had cut short.
 TEST_P(ArchivingAgain, CountsNothingTwice) {
   ScratchDir dir;
   Generate(dir, "3", "5", "evening.log");
   Generate(dir, "2", "6", "more.log");
-  ASSERT_EQ(Archive(dir, "evening.log").status, 0);
-  const std::string first = ReadBytes(dir / "evening.log");
-  WriteBytes(dir / "second.log", GetParam().second == "grown" ? first + ReadBytes(dir / "more.log") : first);
+  const std::string whole = ReadBytes(dir / "evening.log");
+  const std::size_t in_last = (whole.rfind("CL_InitCGame") + whole.size()) / 2;
+  const bool cut = GetParam().second == "cut";
+  WriteBytes(dir / "first.log", cut ? whole.substr(0, whole.find('\n', in_last) + 1) : whole);
+  ASSERT_EQ(Archive(dir, "first.log").status, 0);
+  WriteBytes(dir / "second.log", GetParam().second == "grown" ? whole + ReadBytes(dir / "more.log") : whole);
   const Outcome again = Archive(dir, "second.log");
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err.find("vantor-cli: " + dir / "second.log" + GetParam().notice) == 0,
@@ -94,7 +97,8 @@ TEST_P(ArchivingAgain, CountsNothingTwice) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Logs, ArchivingAgain, ::testing::Values(
     Rerun{"TheSameContentUnderAnotherName", "copy", " was archived on ", "3\n"},
-    Rerun{"ALogThatGrew", "grown", "", "5\n"}), [](const auto& info) { return std::string(info.param.name); });
+    Rerun{"ALogThatGrew", "grown", "", "5\n"},
+    Rerun{"ALogThatGrewThroughAMatch", "cut", "", "3\n"}), [](const auto& info) { return std::string(info.param.name); });
 
 // A writer killed while its transaction is open leaves an archive that
 // passes SQLite's check and holds the whole run or none of it.
