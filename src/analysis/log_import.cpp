@@ -15,6 +15,7 @@
 #include "analysis/pipeline_stage.h"
 #include "analysis/text_file.h"
 #include "analysis/text_ops.h"
+#include "report/sha256.h"
 
 namespace vantor {
 
@@ -245,6 +246,10 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   TextFileWriter& log_output = *log_output_file;
   for (TextId row : sheet.List1.Ids()) log_output.WriteLine(sheet.List1.Pool().Text(row));
   sheet.SourceFiles.push_back(file_name);
+  // A run that cuts matches names its logs by digest (the summary, the
+  // archive): worked out while the log is read, instead of reading it again.
+  std::optional<Sha256> digest;
+  if (sheet.RecordsMarkers) digest.emplace();
   std::size_t kept_before = sheet.List1.Count();
   PhysicalLines numbers;
   const std::size_t file = sheet.SourceFiles.size() - 1;
@@ -273,8 +278,12 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
           }
         }
       },
-      [&](std::uint64_t read) { host.ReadingProgress(read, size); });
+      [&](std::uint64_t read, std::string_view piece) {
+        if (digest) digest->Add(piece);
+        host.ReadingProgress(read, size);
+      });
   const int read_error = errno;
+  sheet.SourceDigests.push_back(digest && read_all ? digest->HexDigest() : "");
   sheet.LinesRead += numbers.Count();
   kept.Finish();
   if (sheet.RecordsMarkers) {

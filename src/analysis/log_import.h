@@ -34,11 +34,11 @@ class LogText {
 
   // Calls on_line(std::string_view) for every line in order, or
   // on_line(line, end) with the CR or LF that ended it, and read(bytes so
-  // far) after every piece; false when reading failed part way (errno tells
+  // far, the piece) after every piece; false when reading failed part way (errno tells
   // why).
-  template <typename OnLine, typename OnRead = void (*)(std::uint64_t)>
+  template <typename OnLine, typename OnRead = void (*)(std::uint64_t, std::string_view)>
   bool ForEachLine(
-      OnLine&& on_line, OnRead on_read = [](std::uint64_t) {});
+      OnLine&& on_line, OnRead on_read = [](std::uint64_t, std::string_view) {});
   // The size of the file; 0 for the empty text.
   std::uint64_t Size() const;
 
@@ -73,7 +73,7 @@ bool LogText::ForEachLine(OnLine&& on_line, OnRead on_read) {
   std::string carry;  // the start of a line that runs past a piece
   for (std::uint64_t read = 0;;) {
     const std::size_t got = std::fread(buffer.data(), 1, buffer.size(), file_);
-    on_read(read += got);
+    on_read(read += got, std::string_view(buffer.data(), got));
     const char* at = buffer.data();
     const char* const end = at + got;
     LineEndFinder ends;

@@ -36,11 +36,21 @@ constexpr ByteSets MakeByteSets() {
 
 constexpr ByteSets kByteSets = MakeByteSets();
 
-bool Matches(const MatchMarker& marker, std::string_view line) {
-  const Parts parts = PartsOf(marker.pattern);
-  if (!parts.variable) return line == parts.head;
+constexpr std::array<Parts, kMatchMarkers.size()> MakeParts() {
+  std::array<Parts, kMatchMarkers.size()> parts{};
+  for (std::size_t row = 0; row < kMatchMarkers.size(); ++row)
+    parts[row] = PartsOf(kMatchMarkers[row].pattern);
+  return parts;
+}
+
+// Worked out once: the import asks for every line of the log.
+constexpr std::array<Parts, kMatchMarkers.size()> kParts = MakeParts();
+
+bool Matches(const MatchMarker& marker, const Parts& parts, std::string_view line) {
+  // Lengths first: most lines that pass the byte test have another length.
+  if (!parts.variable) return line.size() == parts.head.size() && line == parts.head;
   if (line.size() < parts.head.size() + parts.tail.size()) return false;
-  if (!line.starts_with(parts.head) || !line.ends_with(parts.tail)) return false;
+  if (!line.ends_with(parts.tail) || !line.starts_with(parts.head)) return false;
   const std::string_view variable =
       line.substr(parts.head.size(), line.size() - parts.head.size() - parts.tail.size());
   return variable.find_first_of(marker.not_in_variable) == std::string_view::npos;
@@ -54,7 +64,7 @@ std::optional<std::size_t> MatchMarkerOf(std::string_view line) {
       !kByteSets.last[static_cast<unsigned char>(line.back())])
     return std::nullopt;
   for (std::size_t row = 0; row < kMatchMarkers.size(); ++row) {
-    if (Matches(kMatchMarkers[row], line)) return row;
+    if (Matches(kMatchMarkers[row], kParts[row], line)) return row;
   }
   return std::nullopt;
 }

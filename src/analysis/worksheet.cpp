@@ -9,6 +9,7 @@ void Worksheet::Empty() {
     list->Rebind(pool);
   }
   SourceFiles.clear();
+  SourceDigests.clear();
   LinesRead = 0;
   Markers.clear();
 }

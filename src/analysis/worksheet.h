@@ -28,6 +28,9 @@ struct Worksheet {
 
   // The logs of the run, by SourceLine::file; kept with the places.
   std::vector<std::string> SourceFiles;
+  // Per log of SourceFiles, the SHA-256 of its bytes when the import worked
+  // it out (a run that records markers), else "".
+  std::vector<std::string> SourceDigests;
   // The lines of the logs imported so far, as a text editor numbers them.
   std::uint64_t LinesRead = 0;
   // Where the matches of the run begin and end, in log order; kept with

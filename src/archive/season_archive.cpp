@@ -239,8 +239,8 @@ ArchiveOutcome ArchiveRun(const std::string& path, const RunRecord& run, const s
   OpenedArchive archive = OpenSeasonArchive(path, true);
   if (!archive.db) return Failed(archive.refusal);
   // A thread when one can be had; else the digests are worked out at get().
-  auto described =
-      std::async(std::launch::async | std::launch::deferred, [&] { return DescribeLogs(run.files); });
+  auto described = std::async(std::launch::async | std::launch::deferred,
+                              [&] { return DescribeLogs(run.files, run.file_digests); });
   const auto identities = MatchIdentities(run.files, matches, CutShortLengths(*archive.db));
   const std::vector<LogFacts> logs = described.get();
   for (const LogFacts& log : logs) {

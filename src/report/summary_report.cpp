@@ -152,12 +152,15 @@ void WriteUnknownShapes(std::ostream& out, const RunRecord& run) {
 
 }  // namespace
 
-std::vector<LogFacts> DescribeLogs(const std::vector<std::string>& files) {
+std::vector<LogFacts> DescribeLogs(const std::vector<std::string>& files,
+                                   const std::vector<std::string>& digests) {
   std::vector<LogFacts> logs;
   for (const std::string& file : files) {
     std::error_code ec;
     const std::uintmax_t size = std::filesystem::file_size(file, ec);
-    logs.push_back({file, ec ? 0 : size, FileSha256(file).value_or("")});
+    const std::size_t i = logs.size();
+    const bool known = i < digests.size() && !digests[i].empty();
+    logs.push_back({file, ec ? 0 : size, known ? digests[i] : FileSha256(file).value_or("")});
   }
   return logs;
 }
@@ -189,7 +192,7 @@ void WriteSummary(std::ostream& out, const RunRecord& run, const std::vector<Mat
 
 IoResult WriteSummaryFile(const std::string& path, const RunRecord& run, const std::string& run_date) {
   std::ostringstream bytes;
-  WriteSummary(bytes, run, AnalyseMatches(run), {run_date, DescribeLogs(run.files)});
+  WriteSummary(bytes, run, AnalyseMatches(run), {run_date, DescribeLogs(run.files, run.file_digests)});
   TextFileWriter file(path);
   file.WriteRaw(bytes.view());
   return file.Commit();

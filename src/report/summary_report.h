@@ -26,7 +26,9 @@ struct LogFacts {
 };
 
 // The size and SHA-256 of each log, as they are now.
-std::vector<LogFacts> DescribeLogs(const std::vector<std::string>& files);
+// digests: the files' SHA-256 where known ("" or missing: read the file).
+std::vector<LogFacts> DescribeLogs(const std::vector<std::string>& files,
+                                   const std::vector<std::string>& digests = {});
 
 struct SummaryHeader {
   std::string run_date;  // when the run was made, as the reader should see it

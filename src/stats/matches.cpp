@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 
 #include "stats/event_index.h"
 #include "stats/player_roster.h"
@@ -26,22 +27,40 @@ std::pair<std::size_t, std::size_t> RowsIn(const WorksheetList& list, EventList 
 
 namespace {
 
-// Appends the rows [range) of each source list to its target, as text.
+// The ids of the run's pool in a match's own pool: a match names a few
+// dozen texts in millions of rows, so each is interned once.
+class PoolIds {
+ public:
+  explicit PoolIds(StringPool& pool) : pool_(pool) {}
+  TextId operator()(const WorksheetList& source, std::size_t row) {
+    const auto [at, added] = ids_.try_emplace(source.IdAt(row), 0);
+    if (added) at->second = pool_.Intern(source.At(row));
+    return at->second;
+  }
+
+ private:
+  StringPool& pool_;
+  std::unordered_map<TextId, TextId> ids_;
+};
+
+// Appends the rows [range) of each source list to its target.
 void CopyRows(std::initializer_list<std::pair<const WorksheetList*, WorksheetList*>> lists,
-              std::pair<std::size_t, std::size_t> range) {
+              std::pair<std::size_t, std::size_t> range, PoolIds& ids) {
   for (const auto& [source, target] : lists) {
-    for (std::size_t row = range.first; row < range.second; ++row) target->Append(source->At(row));
+    target->Reserve(range.second - range.first);
+    for (std::size_t row = range.first; row < range.second; ++row) target->AppendId(ids(*source, row));
   }
 }
 
 // A worksheet with the events of the run that lie in the span.
 void FillSheet(const RunRecord& run, const MatchSpan& span, Worksheet& sheet) {
   const CountedEvents& e = run.events;
+  PoolIds ids(sheet.List2.Pool());  // the lists of a worksheet share one pool
   CopyRows({{&e.killer, &sheet.List2}, {&e.victim, &sheet.List3}, {&e.method, &sheet.List4}},
-           RowsIn(e.killer, kKillEvents, span));
+           RowsIn(e.killer, kKillEvents, span), ids);
   CopyRows({{&e.flag_text, &sheet.List5}, {&e.flag_action, &sheet.List6}},
-           RowsIn(e.flag_text, kFlagEvents, span));
-  CopyRows({{&e.destroyer, &sheet.List10}}, RowsIn(e.destroyer, kSentryEvents, span));
+           RowsIn(e.flag_text, kFlagEvents, span), ids);
+  CopyRows({{&e.destroyer, &sheet.List10}}, RowsIn(e.destroyer, kSentryEvents, span), ids);
 }
 
 // The stages of a run, from the roster to the tallies, over one match.

@@ -48,6 +48,7 @@ std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& e
                                            const std::vector<bool>& keep, int passes) {
   auto run = std::make_shared<RunRecord>();
   run->files = sheet.SourceFiles;
+  run->file_digests = sheet.SourceDigests;
   run->lines_read = sheet.LinesRead;
   run->members = tally;
   run->blue_count = sheet.List8.Count();

@@ -26,9 +26,10 @@ struct CountedEvents {
 };
 
 struct RunRecord {
-  std::vector<std::string> files;  // the logs, by SourceLine::file (when places were kept)
-  std::uint64_t lines_read = 0;    // the lines of the logs
-  TallyTable members;              // Blue members first, then Red
+  std::vector<std::string> files;         // the logs, by SourceLine::file
+  std::vector<std::string> file_digests;  // their SHA-256 when the import worked it out, else ""
+  std::uint64_t lines_read = 0;           // the lines of the logs
+  TallyTable members;                     // Blue members first, then Red
   std::size_t blue_count = 0;
   std::vector<TeamReason> slot_reasons;  // per slot
   struct NonMember {
