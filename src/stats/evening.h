@@ -16,7 +16,7 @@ struct PlayerCounts {
   std::string name;
   CountValues counts{};
   std::array<Count, kWeaponCount> weapons{};
-  std::size_t matches = 0;         // matches with a slot of the name
+  std::size_t matches = 0;              // matches with a slot of the name
   std::vector<std::string> teams = {};  // per match: "Blue", "Red", "Blue/Red" or "" when absent
 
   Count Of(CountKind kind) const { return counts[Index(kind)]; }

@@ -42,7 +42,11 @@ std::size_t EventIndex::Intern(const WorksheetList& list, std::size_t row) {
   // hash of the name per event.
   const TextId text = list.IdAt(row);
   if (by_text_.size() <= text) by_text_.resize(list.Pool().Size(), kNotIndexed);
-  if (by_text_[text] == kNotIndexed) by_text_[text] = Intern(list.Pool().Text(text));
+  if (by_text_[text] == kNotIndexed) {
+    by_text_[text] = Intern(list.Pool().Text(text));
+    if (text_of_.size() <= by_text_[text]) text_of_.resize(by_text_[text] + 1, StringPool::kEmpty);
+    text_of_[by_text_[text]] = text;
+  }
   return by_text_[text];
 }
 

@@ -48,6 +48,13 @@ class EventIndex {
 
   // The index of name; none when no event mentions it.
   std::optional<std::size_t> Find(std::string_view name) const;
+  // The same by the name's id in the worksheet's pool: an array lookup.
+  std::optional<std::size_t> Find(TextId name) const {
+    if (name < by_text_.size() && by_text_[name] != kNotIndexed) return by_text_[name];
+    return std::nullopt;
+  }
+  // The pool id of a name the lists hold.
+  TextId TextOf(std::size_t id) const { return text_of_[id]; }
   const PlayerEvents& Player(std::size_t id) const { return players_[id]; }
   const std::string& Name(std::size_t id) const { return names_[id]; }
   std::size_t PlayerCount() const { return names_.size(); }
@@ -75,6 +82,7 @@ class EventIndex {
   std::unordered_map<std::string_view, std::size_t> ids_;
   static constexpr std::size_t kNotIndexed = static_cast<std::size_t>(-1);
   std::vector<std::size_t> by_text_;  // by pool id of the worksheet
+  std::vector<TextId> text_of_;       // by player id: its pool id
   std::vector<FlagText> flag_texts_;
   std::vector<FlagCredit> credits_;  // by player id
 };

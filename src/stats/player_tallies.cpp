@@ -67,10 +67,12 @@ void CountTallies(const Worksheet& sheet, const EventIndex& events, TallyTable& 
   const std::size_t nB = sheet.List8.Count();
   const std::size_t nR = sheet.List9.Count();
   tally.assign(nB + nR, PlayerTally{});
-  std::unordered_set<std::string> counted;
+  std::vector<bool> counted(sheet.List8.Pool().Size(), false);  // by pool id: the name has a slot already
   for (std::size_t s = 0; s < nB + nR; ++s) {
-    tally[s].strPlayerName = s < nB ? sheet.List8.At(s) : sheet.List9.At(s - nB);
-    CountKills(events, tally[s], counted.insert(tally[s].strPlayerName).second);
+    const TextId name = s < nB ? sheet.List8.IdAt(s) : sheet.List9.IdAt(s - nB);
+    tally[s].strPlayerName = sheet.List8.Pool().Text(name);
+    CountKills(events, tally[s], !counted[name]);
+    counted[name] = true;
   }
   if (strPlayerTeam.size() < std::max(nB, nR)) strPlayerTeam.resize(std::max(nB, nR));
   for (std::size_t s = 0; s < nB + nR; ++s) {

@@ -6,12 +6,12 @@ namespace vantor {
 
 namespace {
 
-// Copies: the team lists grow during the pass.
-using NameSet = std::unordered_set<std::string>;
-
-NameSet Members(const WorksheetList& team) {
-  const std::vector<std::string> rows = team.Rows();
-  return NameSet(rows.begin(), rows.end());
+// By pool id, whether the name stands in the team: a copy, as the team
+// lists grow during the pass (the lists of a worksheet share one pool).
+std::vector<bool> Members(const WorksheetList& team) {
+  std::vector<bool> members(team.Pool().Size(), false);
+  for (TextId name : team.Ids()) members[name] = true;
+  return members;
 }
 
 // The place of an event row, when its list keeps places.
@@ -68,17 +68,19 @@ void SplitByColor(Worksheet& sheet, const EventIndex& events, TallyTable& tally,
 }
 
 void subCheckTeam(Worksheet& sheet, const EventIndex& events, int pass, TeamReasons& reasons) {
-  const NameSet blue = Members(sheet.List8);
-  const NameSet red = Members(sheet.List9);
+  const std::vector<bool> blue = Members(sheet.List8);
+  const std::vector<bool> red = Members(sheet.List9);
   const std::size_t roster = sheet.List7.Count();
   for (std::size_t i = 0; i < roster; ++i) {
-    const std::string name = sheet.List7.At(i);
-    if (blue.count(name) != 0 || red.count(name) != 0) continue;
-    const auto id = events.Find(name);
+    const TextId name_id = sheet.List7.IdAt(i);
+    if (blue[name_id] || red[name_id]) continue;
+    const auto id = events.Find(name_id);
     if (!id) continue;
     const EventIndex::PlayerEvents& player = events.Player(*id);
     if (!player.first_opponent) continue;
+    const std::string name = sheet.List7.At(i);
     const std::string& other = events.Name(*player.first_opponent);
+    const TextId other_id = events.TextOf(*player.first_opponent);
     auto reason = [&](std::string_view team) {
       return TeamReason{TeamReason::Kind::kPropagated,
                         std::string(team),
@@ -89,8 +91,8 @@ void subCheckTeam(Worksheet& sheet, const EventIndex& events, int pass, TeamReas
                         player.first_row,
                         PlaceOf(sheet.List2, player.first_row)};
     };
-    if (blue.count(other) != 0) AppendMember(sheet, reasons, name, reason(kRed));
-    if (red.count(other) != 0) AppendMember(sheet, reasons, name, reason(kBlue));
+    if (other_id < blue.size() && blue[other_id]) AppendMember(sheet, reasons, name, reason(kRed));
+    if (other_id < red.size() && red[other_id]) AppendMember(sheet, reasons, name, reason(kBlue));
   }
 }
 
