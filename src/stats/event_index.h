@@ -45,6 +45,11 @@ class EventIndex {
   // Every flag event whose player text contains name is credited to it,
   // so Al is credited with Alice's events too.
   FlagCredit FlagsOf(std::string_view name) const;
+  // The same for a name of the worksheet's pool (name is its text).
+  FlagCredit FlagsOf(TextId id, std::string_view name) const {
+    const auto player = Find(id);
+    return player ? credits_[*player] : FlagsOf(name);
+  }
 
   // The index of name; none when no event mentions it.
   std::optional<std::size_t> Find(std::string_view name) const;

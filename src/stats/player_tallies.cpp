@@ -33,8 +33,8 @@ std::vector<bool> WeaponMethods(const WorksheetList& methods) {
   return weapon;
 }
 
-void CountKills(const EventIndex& events, PlayerTally& slot, bool first_slot) {
-  const auto id = events.Find(slot.strPlayerName);
+void CountKills(const EventIndex& events, TextId name, PlayerTally& slot, bool first_slot) {
+  const auto id = events.Find(name);
   if (!id) return;
   const EventIndex::PlayerEvents& player = events.Player(*id);
   slot.intFrags = player.frags;
@@ -46,8 +46,8 @@ void CountKills(const EventIndex& events, PlayerTally& slot, bool first_slot) {
 
 // The flag counts of a slot, asked for in the order of the count table; the
 // colour of the last kind asked for that credited a coloured event stays.
-void CountFlags(const EventIndex& events, PlayerTally& slot, std::string& colour) {
-  const FlagCredit flags = events.FlagsOf(slot.strPlayerName);
+void CountFlags(const EventIndex& events, TextId name, PlayerTally& slot, std::string& colour) {
+  const FlagCredit flags = events.FlagsOf(name, slot.strPlayerName);
   for (const CountRow& count : kCounts) {
     if (!count.flag) continue;
     slot.*count.field = flags.counts[Index(*count.flag)];
@@ -71,12 +71,13 @@ void CountTallies(const Worksheet& sheet, const EventIndex& events, TallyTable& 
   for (std::size_t s = 0; s < nB + nR; ++s) {
     const TextId name = s < nB ? sheet.List8.IdAt(s) : sheet.List9.IdAt(s - nB);
     tally[s].strPlayerName = sheet.List8.Pool().Text(name);
-    CountKills(events, tally[s], !counted[name]);
+    CountKills(events, name, tally[s], !counted[name]);
     counted[name] = true;
   }
   if (strPlayerTeam.size() < std::max(nB, nR)) strPlayerTeam.resize(std::max(nB, nR));
   for (std::size_t s = 0; s < nB + nR; ++s) {
-    CountFlags(events, tally[s], strPlayerTeam[s < nB ? s : s - nB]);
+    const TextId name = s < nB ? sheet.List8.IdAt(s) : sheet.List9.IdAt(s - nB);
+    CountFlags(events, name, tally[s], strPlayerTeam[s < nB ? s : s - nB]);
     progress(static_cast<std::int64_t>(s) * 100 + 30);
   }
 }

@@ -49,7 +49,7 @@ void SplitByColor(Worksheet& sheet, const EventIndex& events, TallyTable& tally,
   std::vector<FlagCredit> credits;
   credits.reserve(n);
   for (std::size_t i = 0; i < n; ++i) {
-    const FlagCredit& flags = credits.emplace_back(events.FlagsOf(sheet.List7.At(i)));
+    const FlagCredit& flags = credits.emplace_back(events.FlagsOf(sheet.List7.IdAt(i), sheet.List7.At(i)));
     tally[i].strPlayerName = sheet.List7.At(i);
     for (const CountRow& count : kCounts) {
       if (count.flag) tally[i].*count.field = flags.counts[Index(*count.flag)];
