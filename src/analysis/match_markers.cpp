@@ -48,8 +48,16 @@ constexpr std::array<Parts, kMatchMarkers.size()> kParts = MakeParts();
 
 bool Matches(const MatchMarker& marker, const Parts& parts, std::string_view line) {
   // Lengths first: most lines that pass the byte test have another length.
-  if (!parts.variable) return line.size() == parts.head.size() && line == parts.head;
+  if (!parts.variable)
+    return line.size() == parts.head.size() && line.back() == parts.head.back() && line == parts.head;
   if (line.size() < parts.head.size() + parts.tail.size()) return false;
+  // A byte at each end of the fixed parts first: most lines fail there.
+  if (!parts.head.empty() &&
+      (line.front() != parts.head.front() || line[parts.head.size() - 1] != parts.head.back()))
+    return false;
+  if (!parts.tail.empty() &&
+      (line.back() != parts.tail.back() || line[line.size() - parts.tail.size()] != parts.tail.front()))
+    return false;
   if (!line.ends_with(parts.tail) || !line.starts_with(parts.head)) return false;
   const std::string_view variable =
       line.substr(parts.head.size(), line.size() - parts.head.size() - parts.tail.size());
