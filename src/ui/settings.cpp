@@ -29,24 +29,24 @@ QString WriteSetting(std::string_view key, const QString& value) {
   return store.status() == QSettings::NoError ? QString() : store.fileName();
 }
 
-QString SideFileNoticeShown() {
+namespace {
+
+// A value kept outside "Main" (the program's own memory, not a setting).
+QString Remembered(const char* key) {
   const QSettings store(kApplication, kApplication);
-  return store.value(kSideFileNoticeKey, QString()).toString();
+  return store.value(key, QString()).toString();
 }
 
-void RememberSideFileNoticeShown(const QString& dir) {
+void Remember(const char* key, const QString& value) {
   QSettings store(kApplication, kApplication);
-  store.setValue(kSideFileNoticeKey, dir);
+  store.setValue(key, value);
 }
 
-QString ArchivePath() {
-  const QSettings store(kApplication, kApplication);
-  return store.value(kArchivePathKey, QString()).toString();
-}
+}  // namespace
 
-void RememberArchivePath(const QString& path) {
-  QSettings store(kApplication, kApplication);
-  store.setValue(kArchivePathKey, path);
-}
+QString SideFileNoticeShown() { return Remembered(kSideFileNoticeKey); }
+void RememberSideFileNoticeShown(const QString& dir) { Remember(kSideFileNoticeKey, dir); }
+QString ArchivePath() { return Remembered(kArchivePathKey); }
+void RememberArchivePath(const QString& path) { Remember(kArchivePathKey, path); }
 
 }  // namespace vantor
