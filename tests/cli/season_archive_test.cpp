@@ -131,6 +131,33 @@ TEST(SeasonArchive, AWriterKilledInsideItsTransactionLeavesAllOrNothing) {
   EXPECT_EQ(Rows(db, counts), "1 300\n");
 }
 
+// A run whose archive cannot grow (as on a full disk) says so and leaves
+// the archive as it was; two runs at once both land whole.
+TEST(SeasonArchive, AFullDiskKeepsTheArchiveAndTwoWritersBothLand) {
+  ScratchDir dir;
+  Generate(dir, "3", "5", "evening.log");
+  Generate(dir, "2", "6", "more.log");
+  Generate(dir, "4", "7", "late.log");
+  const std::string db = dir / "season.db";
+  const std::string counts = "SELECT (SELECT count(*) FROM logs) || ' ' || (SELECT count(*) FROM matches)";
+  ASSERT_EQ(Archive(dir, "evening.log").status, 0);
+  const std::string run = "run() { \"$0\" -q --no-side-files -o \"$1\" --archive \"$1/season.db\" \"$1/$2\"; }; ";
+  const auto blocks = std::to_string(std::filesystem::file_size(db) / 1024);
+  const Outcome full =
+      RunProgram("/bin/bash", {"-c", run + "ulimit -f " + blocks + "; run \"$1\" more.log", VANTOR_CLI, dir.path()});
+  EXPECT_EQ(full.status, 1);
+  EXPECT_EQ(full.err, "Vantor Log Analyzer: Could not record the run in the season archive " + db +
+                          ": disk I/O error; the archive holds what it held before\n");
+  EXPECT_EQ(Rows(db, "PRAGMA integrity_check"), "ok\n");
+  EXPECT_EQ(Rows(db, counts), "1 3\n");
+  const Outcome both = RunProgram(
+      "/bin/bash", {"-c", run + "run \"$1\" more.log & run \"$1\" late.log; b=$?; wait $!; echo $? $b", VANTOR_CLI,
+                    dir.path()});
+  EXPECT_EQ(both.out, "0 0\n") << both.err;
+  EXPECT_EQ(Rows(db, "PRAGMA integrity_check"), "ok\n");
+  EXPECT_EQ(Rows(db, counts), "3 9\n");
+}
+
 // Three matches worked by hand. Ann: a win, a draw, and a match in both
 // teams (a draw); Bob: a loss, a draw, a win; Cy: one draw without deaths.
 const std::string kThreeMatches = R"(
