@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <string_view>
@@ -13,7 +14,10 @@ namespace vantor {
 
 namespace {
 
-void Declare(CLI::App& app, CliOptions& o) {
+constexpr unsigned kMostThreads = 1024;
+
+// threads_text: the value of -j as given, checked once parsed.
+void Declare(CLI::App& app, CliOptions& o, std::optional<std::string>& threads_text) {
   app.set_help_flag();  // help and version are ours: their texts are fixed
   app.add_flag("-h,--help", o.help);
   app.add_flag("-V,--version", o.version);
@@ -24,6 +28,7 @@ void Declare(CLI::App& app, CliOptions& o) {
   app.add_flag("-t,--table", o.table);
   app.add_flag("--open", o.open);
   app.add_flag("-q,--quiet", o.quiet);
+  app.add_option("-j,--threads", threads_text);
   app.add_option("--json", o.json);
   app.add_option("--csv", o.csv);
   app.add_flag("--unknown-summary", o.unknown_summary);
@@ -73,8 +78,17 @@ std::string SeasonProblem(const CliOptions& o) {
   return "";
 }
 
+// A whole number of threads from 1 to kMostThreads, or none.
+std::optional<unsigned> ThreadCount(const std::string& text) {
+  unsigned count = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, count);
+  if (error != std::errc() || stop != end || count < 1 || count > kMostThreads) return std::nullopt;
+  return count;
+}
+
 // What is wrong with options that parsed, or "".
-std::string Problem(const CliOptions& o) {
+std::string Problem(const CliOptions& o, const std::optional<std::string>& threads_text) {
   if (o.help || o.version) return "";
   if (o.logs.empty() && !o.season) return "missing LOG operand";
   if (std::string problem = SeasonProblem(o); !problem.empty()) return problem;
@@ -98,6 +112,10 @@ std::string Problem(const CliOptions& o) {
   if (std::find(o.logs.begin(), o.logs.end(), "-") != o.logs.end()) {
     return "a log is read from a file: '-' (standard input) is not supported";
   }
+  if (threads_text && !o.threads) {
+    return "option '--threads' needs a whole number of threads from 1 to " + std::to_string(kMostThreads) +
+           ", not '" + *threads_text + "'";
+  }
   return "";
 }
 
@@ -120,8 +138,9 @@ std::string Said(const CLI::ParseError& e) {
 
 CliParse ParseCliOptions(const std::vector<std::string>& args) {
   CliOptions o;
+  std::optional<std::string> threads_text;
   CLI::App app("", "vantor-cli");
-  Declare(app, o);
+  Declare(app, o, threads_text);
   if (std::string error = ValueForAFlag(app, args); !error.empty()) return {std::nullopt, std::move(error)};
   std::vector<std::string> reversed(args.rbegin(), args.rend());  // CLI11 takes them last first
   try {
@@ -129,7 +148,9 @@ CliParse ParseCliOptions(const std::vector<std::string>& args) {
   } catch (const CLI::ParseError& e) {
     return {std::nullopt, Said(e)};
   }
-  if (std::string problem = Problem(o); !problem.empty()) return {std::nullopt, std::move(problem)};
+  if (threads_text) o.threads = ThreadCount(*threads_text);
+  if (std::string problem = Problem(o, threads_text); !problem.empty())
+    return {std::nullopt, std::move(problem)};
   return {o, ""};
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 // The command line of vantor-cli, parsed with CLI11:
-//   vantor-cli [-o DIR] [--side-dir DIR] [--no-side-files] [--report FILE] [-t] [--open] [-q]
+//   vantor-cli [-o DIR] [--side-dir DIR] [--no-side-files] [--report FILE] [-t] [--open] [-q] [-j N]
 //              [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE] [--archive FILE.db]
 //              LOG [LOG ...]
 //   vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE] [-q]
@@ -25,7 +25,8 @@ struct CliOptions {
   bool unknown_summary = false;
   bool table = false;
   bool open = false;
-  bool quiet = false;  // only errors on stderr: no progress, no notices
+  bool quiet = false;               // only errors on stderr: no progress, no notices
+  std::optional<unsigned> threads;  // how many threads the analysis uses; none: one per core
   bool help = false;
   bool version = false;
   std::vector<std::string> logs;

@@ -22,6 +22,7 @@
 #include "analysis/run_lock.h"
 #include "analysis/side_file_directory.h"
 #include "analysis/text_file.h"
+#include "analysis/worker_threads.h"
 #include "cli/archive_commands.h"
 #include "cli/cli_host.h"
 #include "cli/cli_options.h"
@@ -31,8 +32,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
-    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
-    "                  [--archive FILE.db] LOG [LOG ...]\n"
+    "                  [-q] [-j N] [--json FILE] [--csv FILE] [--unknown-summary]\n"
+    "                  [--summary FILE] [--archive FILE.db] LOG [LOG ...]\n"
     "       vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE]\n";
 
 constexpr const char* kHelp =
@@ -52,6 +53,8 @@ constexpr const char* kHelp =
     "  --open            open the report with the desktop's default program\n"
     "  -q, --quiet       print nothing on stderr but errors (no progress bar,\n"
     "                    no line saying where the report went)\n"
+    "  -j, --threads N   how many threads the analysis uses, 1 to 1024 (default:\n"
+    "                    one per core); the outputs are the same for every N\n"
     "  --json FILE       also write every member's counts, weapons and team\n"
     "                    explanation, the kill matrix and more as JSON\n"
     "                    (FILE '-': standard output)\n"
@@ -230,6 +233,7 @@ int main(int argc, char** argv) {
     std::cout << "vantor-cli (Vantor Log Analyzer) 0.80\n";
     return 0;
   }
+  if (parse.options->threads) vantor::SetWorkerThreads(*parse.options->threads);
   try {
     return Run(*parse.options);
   } catch (const std::bad_alloc&) {

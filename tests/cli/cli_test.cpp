@@ -19,8 +19,8 @@ Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".
 
 constexpr char kUsage[] =
     "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
-    "                  [-q] [--json FILE] [--csv FILE] [--unknown-summary] [--summary FILE]\n"
-    "                  [--archive FILE.db] LOG [LOG ...]\n"
+    "                  [-q] [-j N] [--json FILE] [--csv FILE] [--unknown-summary]\n"
+    "                  [--summary FILE] [--archive FILE.db] LOG [LOG ...]\n"
     "       vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE]\n";
 
 std::string UsageError(const std::string& what) {
@@ -58,6 +58,10 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("option '--side-dir' needs a directory, not an empty value")},
       {"both exports to standard output", {"--json", "-", "--csv", "-", "x.log"}, 2, "", false,
        UsageError("only one of --json and --csv can go to standard output ('-')")},
+      {"threads not a whole number", {"-j", "x", "x.log"}, 2, "", false,
+       UsageError("option '--threads' needs a whole number of threads from 1 to 1024, not 'x'")},
+      {"more threads than allowed", {"--threads=1025", "x.log"}, 2, "", false,
+       UsageError("option '--threads' needs a whole number of threads from 1 to 1024, not '1025'")},
       // clang-format on
   };
   for (const auto& r : rows) {

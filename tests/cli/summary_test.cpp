@@ -65,20 +65,23 @@ TEST(Summary, HostileNamesAreTextAndThePageStandsAlone) {
   }
 }
 
-// The report, side files, table and CSV are the same bytes with the summary.
-TEST(Summary, ClassicOutputsAreUnchangedByIt) {
-  std::string outputs[2];
-  for (const bool summary : {false, true}) {
+// The report, side files, table and CSV are the same bytes with the summary,
+// and with the analysis on one thread.
+TEST(Summary, ClassicOutputsAreUnchangedByItOrByOneThread) {
+  const std::vector<std::string> extras[] = {{}, {"--summary", "/dev/null"}, {"-j", "1"}};
+  std::vector<std::string> outputs;
+  for (const std::vector<std::string>& extra : extras) {
     ScratchDir dir;
     WriteBytes(dir / "game.log", ReadBytes(DataPath("../../samples/evening.log")));
     std::vector<std::string> args = {"-q",      "--side-dir", dir.path(),    "--output-dir",  dir.path(),
                                      "--table", "--csv",      dir / "x.csv", dir / "game.log"};
-    if (summary) args.insert(args.begin(), {"--summary", "/dev/null"});
+    args.insert(args.begin(), extra.begin(), extra.end());
     const Outcome o = RunProgram(VANTOR_CLI, args);
-    outputs[summary] = std::to_string(o.status) + o.out + o.err;
-    for (const std::string& file : FilesIn(dir.path())) outputs[summary] += file + ReadBytes(dir / file);
+    outputs.push_back(std::to_string(o.status) + o.out + o.err);
+    for (const std::string& file : FilesIn(dir.path())) outputs.back() += file + ReadBytes(dir / file);
   }
   EXPECT_EQ(outputs[0], outputs[1]);
+  EXPECT_EQ(outputs[0], outputs[2]);
   EXPECT_NE(outputs[0].find("game.html<html><head>"), std::string::npos);
 }
 
