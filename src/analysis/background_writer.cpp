@@ -7,6 +7,7 @@ namespace vantor {
 BackgroundWriter::BackgroundWriter(std::FILE* file)
     : file_(file),
       stage_(
+          1,
           [this](std::string& block) {
             if (error_ == 0 && std::fwrite(block.data(), 1, block.size(), file_) != block.size()) {
               error_ = errno != 0 ? errno : EIO;

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-#include "analysis/pipeline_stage.h"
+#include "analysis/ordered_work.h"
 
 namespace vantor {
 
@@ -23,7 +23,7 @@ class BackgroundWriter {
  private:
   std::FILE* file_;
   int error_ = 0;                     // the stage's thread alone sets it, before Finish returns
-  PipelineStage<std::string> stage_;  // last: its thread uses the members above
+  OrderedWork<std::string> stage_;  // last: its thread uses the members above
 };
 
 }  // namespace vantor

@@ -10,11 +10,15 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <memory>
+#include <mutex>
 #include <vector>
 
-#include "analysis/pipeline_stage.h"
+#include "analysis/line_set.h"
+#include "analysis/ordered_work.h"
 #include "analysis/text_file.h"
 #include "analysis/text_ops.h"
+#include "analysis/worker_threads.h"
 #include "report/sha256.h"
 
 namespace vantor {
@@ -30,18 +34,16 @@ std::string ReadFailure(const std::string& path, int error) {
 
 // Without two carets in a row, removing one code never joins a caret to a
 // digit, so the codes can all go in one pass: each caret, with the digit
-// after it when there is one.
-std::string StripSeparateCodes(std::string_view line) {
-  std::string text;
-  text.reserve(line.size());
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (line[i] != '^') {
-      text.push_back(line[i]);
-    } else if (i + 1 < line.size() && line[i + 1] >= '0' && line[i + 1] <= '9') {
-      ++i;
-    }
+// after it when there is one. Appended to out, the runs between carets
+// copied whole.
+void AppendSeparateCodesStripped(std::string& out, std::string_view line) {
+  for (std::size_t from = 0;;) {
+    const std::size_t caret = line.find('^', from);
+    out.append(line.substr(from, caret - from));
+    if (caret == std::string_view::npos) return;
+    const bool digit = caret + 1 < line.size() && line[caret + 1] >= '0' && line[caret + 1] <= '9';
+    from = caret + (digit ? 2 : 1);
   }
-  return text;
 }
 
 void Report(Host& host, const IoResult& result) {
@@ -49,15 +51,6 @@ void Report(Host& host, const IoResult& result) {
 }
 
 }  // namespace
-
-std::uint64_t LogText::Size() const {
-  struct stat st;
-  return file_ != nullptr && ::fstat(::fileno(file_), &st) == 0 ? static_cast<std::uint64_t>(st.st_size) : 0;
-}
-
-LogText::~LogText() {
-  if (file_ != nullptr) std::fclose(file_);
-}
 
 namespace {
 
@@ -114,13 +107,19 @@ LogText ReadLogText(const std::string& fileName, Host& host) {
   return LogText(file);
 }
 
-std::string StripColorCodes(std::string_view line) {
-  if (line.find('^') == std::string_view::npos) return std::string(line);
-  if (line.find("^^") == std::string_view::npos) return StripSeparateCodes(line);
+void AppendColorCodesStripped(std::string& out, std::string_view line) {
+  if (line.find("^^") == std::string_view::npos) return AppendSeparateCodesStripped(out, line);
   std::string text(line);
   for (std::string_view code : kColorCodes) {
     if (text.find(code) != std::string::npos) text = ReplaceAll(text, code, "");
   }
+  out.append(text);
+}
+
+std::string StripColorCodes(std::string_view line) {
+  std::string text;
+  text.reserve(line.size());
+  AppendColorCodesStripped(text, line);
   return text;
 }
 
@@ -152,78 +151,162 @@ LineFate ClassifyLogLine(std::string_view line) {
   return LineFate::kKept;
 }
 
+
 namespace {
 
-// Kept lines stripped of their colour codes once per distinct line, and
-// appended to the worksheet. The reading thread gathers them in batches;
-// a thread of their own looks each batch up in one go (see
-// StringPool::InternAll) and appends its rows in order, while the reading
-// thread goes on with the next lines. Until Finish, only that thread
-// touches the list, its pool and logoutput.txt.
-class KeptLines {
+// A piece of a log and what the import makes of its lines. Sorting a piece
+// needs nothing from the pieces before it, so pieces are sorted side by
+// side; their results are taken up in log order (OrderedWork). Numbers are
+// counted from the start of the piece.
+struct SortedPiece {
+  LinesBuffer lines;
+  std::string ignored, chat, log_output;  // the side files' bytes, line ends included
+  std::vector<std::string_view> kept;  // into lines
+  std::vector<std::size_t> kept_hashes;
+  std::vector<std::uint32_t> kept_in_set;  // their numbers among the distinct kept lines, when known
+  std::vector<std::uint64_t> kept_numbers;  // when places are kept
+  struct Marker {
+    std::uint64_t number;
+    std::size_t row, kept_before;
+  };
+  std::vector<Marker> markers;
+  std::uint64_t line_count = 0;
+
+  void Clear() {
+    ignored.clear();
+    chat.clear();
+    log_output.clear();
+    kept.clear();
+    kept_hashes.clear();
+    kept_in_set.clear();
+    kept_numbers.clear();
+    markers.clear();
+  }
+};
+
+// What the sorting of a piece writes down.
+struct SortingNeeds {
+  bool ignored, chat, log_output, numbers, markers;
+};
+
+void AppendLine(std::string& bytes, std::string_view line) {
+  bytes.append(line);
+  bytes.append("\r\n");
+}
+
+void AppendLineStripped(std::string& bytes, std::string_view line) {
+  AppendColorCodesStripped(bytes, line);
+  bytes.append("\r\n");
+}
+
+void SortLines(SortedPiece& piece, const SortingNeeds& needs) {
+  piece.Clear();
+  PhysicalLines numbers(piece.lines.end_before);
+  piece.lines.ForEachLine([&](std::string_view line, char end) {
+    const std::uint64_t number = numbers.Number(line, end);
+    if (needs.markers) {
+      if (const auto row = MatchMarkerOf(line)) piece.markers.push_back({number, *row, piece.kept.size()});
+    }
+    switch (ClassifyLogLine(line)) {
+      case LineFate::kKept:
+        piece.kept.push_back(line);
+        piece.kept_hashes.push_back(std::hash<std::string_view>{}(line));
+        if (needs.numbers) piece.kept_numbers.push_back(number);
+        if (needs.log_output) AppendLineStripped(piece.log_output, line);
+        break;
+      case LineFate::kIgnored:
+        if (needs.ignored) AppendLine(piece.ignored, line);
+        break;
+      case LineFate::kChat:
+        if (needs.chat) AppendLineStripped(piece.chat, line);
+        if (needs.ignored) AppendLineStripped(piece.ignored, line);
+        break;
+    }
+  });
+  piece.line_count = numbers.Count();
+}
+
+// Sorted pieces taken up in log order: side-file bytes written, markers
+// placed, kept lines stripped of their colour codes once per distinct line
+// and appended to the worksheet.
+//
+// Most kept lines repeat earlier ones, so the sorting threads number them
+// from a copy of the distinct lines taken up so far, renewed whenever their
+// count has doubled; only the lines the copy lacks are numbered in order.
+class SortedPieces {
  public:
-  // A list that keeps places gets the place of every kept line of file.
-  KeptLines(WorksheetList& list, TextFileWriter& log_output, std::size_t file)
-      : list_(list),
-        log_output_(log_output),
+  SortedPieces(Worksheet& sheet, std::size_t file, TextFileWriter& ignored, TextFileWriter& chat,
+               TextFileWriter& log_output)
+      : sheet_(sheet),
         file_(file),
-        stripped_{StringPool::kEmpty},
-        stage_([this](Batch& batch) { Append(batch); }, [](Batch& batch) { batch.Clear(); }) {}
+        ignored_(ignored),
+        chat_(chat),
+        log_output_(log_output),
+        kept_before_(sheet.List1.Count()) {}
 
-  void Add(std::string_view line, std::uint64_t number) {
-    if (list_.KeepsPlaces()) batch_.numbers.push_back(number);
-    batch_.ends.push_back(batch_.bytes.size() + line.size());
-    batch_.bytes.append(line);
-    if (batch_.bytes.size() >= kBatchBytes) batch_ = stage_.Hand(std::move(batch_));
+  // On any thread: numbers the piece's kept lines that the copy knows.
+  void NumberKnown(SortedPiece& piece) const {
+    std::shared_ptr<const LineSet> known;
+    {
+      std::lock_guard lock(known_mutex_);
+      known = known_;
+    }
+    if (known) {
+      known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set);
+    } else {
+      piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
+    }
   }
 
-  void Finish() {
-    if (!batch_.ends.empty()) stage_.Hand(std::move(batch_));
-    stage_.Finish();
+  void TakeUp(SortedPiece& piece) {
+    ignored_.WriteRaw(piece.ignored);
+    chat_.WriteRaw(piece.chat);
+    log_output_.WriteRaw(piece.log_output);
+    for (const SortedPiece::Marker& marker : piece.markers) {
+      sheet_.Markers.push_back(
+          {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
+    }
+    WorksheetList& list = sheet_.List1;
+    for (std::size_t i = 0; i < piece.kept.size(); ++i) {
+      std::uint32_t number = piece.kept_in_set[i];
+      if (number == LineSet::kUnknown) number = lines_seen_.Number(piece.kept[i], piece.kept_hashes[i]);
+      if (number == stripped_.size()) stripped_.push_back(list.Pool().Intern(StripColorCodes(piece.kept[i])));
+      list.AppendId(stripped_[number], PlaceOf(piece, i));
+    }
+    kept_before_ += piece.kept.size();
+    lines_ += piece.line_count;
+    if (lines_seen_.Size() >= 2 * shared_size_ + kFirstShared) Share();
   }
+
+  // The lines and kept lines taken up so far.
+  std::uint64_t Lines() const { return lines_; }
+  std::size_t KeptBefore() const { return kept_before_; }
 
  private:
-  static constexpr std::size_t kBatchBytes = 1 << 18;
-
-  struct Batch {
-    std::string bytes;                   // the lines, one after the other
-    std::vector<std::size_t> ends;       // where each of them ends in bytes
-    std::vector<std::uint64_t> numbers;  // their line numbers, when places are kept
-    void Clear() {
-      bytes.clear();
-      ends.clear();
-      numbers.clear();
-    }
-  };
-
-  void Append(const Batch& batch) {
-    lines_.resize(batch.ends.size());
-    for (std::size_t i = 0, start = 0; i < batch.ends.size(); start = batch.ends[i++]) {
-      lines_[i] = std::string_view(batch.bytes).substr(start, batch.ends[i] - start);
-    }
-    raw_.InternAll(lines_, ids_);
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-      if (ids_[i] == stripped_.size()) stripped_.push_back(list_.Pool().Intern(StripColorCodes(lines_[i])));
-      const TextId row = stripped_[ids_[i]];
-      list_.AppendId(row, PlaceOf(batch, i));
-      log_output_.WriteLine(list_.Pool().Text(row));
-    }
+  EventSource PlaceOf(const SortedPiece& piece, std::size_t i) const {
+    if (i >= piece.kept_numbers.size()) return {};
+    return {SourceLine::At(file_, lines_ + piece.kept_numbers[i]), StringPool::kEmpty};
   }
 
-  EventSource PlaceOf(const Batch& batch, std::size_t i) const {
-    if (i >= batch.numbers.size()) return {};
-    return {SourceLine::At(file_, batch.numbers[i]), StringPool::kEmpty};
-  }
-
-  WorksheetList& list_;
-  TextFileWriter& log_output_;
+  Worksheet& sheet_;
   std::size_t file_;
-  Batch batch_;                          // being filled by the reading thread
-  std::vector<std::string_view> lines_;  // the rest: the appending thread's
-  std::vector<TextId> ids_;
-  StringPool raw_;                // the distinct kept lines as read
-  std::vector<TextId> stripped_;  // by id in raw_: the stripped line's id in the list's pool
-  PipelineStage<Batch> stage_;    // last: its thread uses the members above
+  TextFileWriter &ignored_, &chat_, &log_output_;
+  std::uint64_t lines_ = 0;
+  std::size_t kept_before_;
+  static constexpr std::size_t kFirstShared = 1024;
+
+  void Share() {
+    auto copy = std::make_shared<const LineSet>(lines_seen_);
+    shared_size_ = lines_seen_.Size();
+    std::lock_guard lock(known_mutex_);
+    known_ = std::move(copy);
+  }
+
+  LineSet lines_seen_;            // the distinct kept lines as read
+  std::vector<TextId> stripped_;  // by number in lines_seen_: the stripped line's id in List1's pool
+  std::size_t shared_size_ = 0;
+  mutable std::mutex known_mutex_;
+  std::shared_ptr<const LineSet> known_;  // the copy the sorting threads number lines from
 };
 
 }  // namespace
@@ -237,63 +320,46 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
     return std::make_unique<TextFileWriter>(path, plan.Check(name.substr(1), path));
   };
   const std::uint64_t size = text.Size();
-  const auto ignored_file = side_file(kIgnoredFile), chat_file = side_file(kChatFile);
-  TextFileWriter& ignored = *ignored_file;
-  TextFileWriter& chat = *chat_file;
+  const auto ignored = side_file(kIgnoredFile), chat = side_file(kChatFile);
   // logoutput.txt holds all of List1 afterwards: the rows already there,
   // then this log's kept lines as they are read.
-  const auto log_output_file = side_file(kLogOutputFile);
-  TextFileWriter& log_output = *log_output_file;
-  for (TextId row : sheet.List1.Ids()) log_output.WriteLine(sheet.List1.Pool().Text(row));
+  const auto log_output = side_file(kLogOutputFile);
+  for (TextId row : sheet.List1.Ids()) log_output->WriteLine(sheet.List1.Pool().Text(row));
   sheet.SourceFiles.push_back(file_name);
   // A run that cuts matches names its logs by digest (the summary, the
   // archive): worked out while the log is read, instead of reading it again.
   std::optional<Sha256> digest;
   if (sheet.RecordsMarkers) digest.emplace();
-  std::size_t kept_before = sheet.List1.Count();
-  PhysicalLines numbers;
   const std::size_t file = sheet.SourceFiles.size() - 1;
-  KeptLines kept(sheet.List1, log_output, file);
-  const bool read_all = text.ForEachLine(
-      [&](std::string_view line, char end) {
-        const std::uint64_t number = numbers.Number(line, end);
-        if (sheet.RecordsMarkers) {
-          if (const auto marker = MatchMarkerOf(line)) {
-            sheet.Markers.push_back({SourceLine::At(file, number), *marker, kept_before});
-          }
-        }
-        switch (ClassifyLogLine(line)) {
-          case LineFate::kKept:
-            kept.Add(line, number);
-            ++kept_before;
-            break;
-          case LineFate::kIgnored:
-            ignored.WriteLine(line);
-            break;
-          case LineFate::kChat: {
-            const std::string text_only = StripColorCodes(line);
-            chat.WriteLine(text_only);
-            ignored.WriteLine(text_only);
-            break;
-          }
-        }
+  SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
+  const SortingNeeds needs{ignored->Writes(), chat->Writes(), log_output->Writes(), sheet.List1.KeepsPlaces(),
+                           sheet.RecordsMarkers};
+  // One thread: the pieces are sorted and taken up as they are read.
+  OrderedWork<SortedPiece> work(
+      WorkerThreads() > 1 ? WorkerThreads() : 0,
+      [&](SortedPiece& piece) {
+        SortLines(piece, needs);
+        sorted.NumberKnown(piece);
       },
-      [&](std::uint64_t read, std::string_view piece) {
-        if (digest) digest->Add(piece);
-        host.ReadingProgress(read, size);
-      });
-  const int read_error = errno;
+      [&](SortedPiece& piece) { sorted.TakeUp(piece); });
+  SortedPiece piece;
+  const auto on_read = [&](std::uint64_t read, std::string_view bytes) {
+    if (digest) digest->Add(bytes);
+    host.ReadingProgress(read, size);
+  };
+  while (text.NextPiece(piece.lines, on_read)) piece = work.Hand(std::move(piece));
+  work.Finish();
+  const bool read_all = text.Error() == 0;
   sheet.SourceDigests.push_back(digest && read_all ? digest->HexDigest() : "");
-  sheet.LinesRead += numbers.Count();
-  kept.Finish();
+  sheet.LinesRead += sorted.Lines();
   if (sheet.RecordsMarkers) {
-    sheet.Markers.push_back({SourceLine::At(file, numbers.Count() + 1), kMatchMarkers.size(), kept_before});
+    sheet.Markers.push_back({SourceLine::At(file, sorted.Lines() + 1), kMatchMarkers.size(), sorted.KeptBefore()});
   }
-  if (!read_all) host.ShowMessage(ReadFailure(file_name, read_error), MessageIcon::kCritical);
-  log_output.WriteLine("");
-  Report(host, ignored.Commit());
-  Report(host, chat.Commit());
-  Report(host, log_output.Commit());
+  if (!read_all) host.ShowMessage(ReadFailure(file_name, text.Error()), MessageIcon::kCritical);
+  log_output->WriteLine("");
+  Report(host, ignored->Commit());
+  Report(host, chat->Commit());
+  Report(host, log_output->Commit());
 }
 
 }  // namespace vantor

@@ -40,35 +40,6 @@ TextId StringPool::InternHashed(std::string_view text, std::size_t hash) {
   return id;
 }
 
-void StringPool::PrefetchSlot(std::size_t hash) const {
-  __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
-}
-
-void StringPool::PrefetchText(std::size_t hash) const {
-  const Slot& slot = slots_[hash & (slots_.size() - 1)];
-  if (slot.id_plus_one != 0) __builtin_prefetch(&texts_[slot.id_plus_one - 1]);
-}
-
-void StringPool::PrefetchBytes(std::size_t hash) const {
-  const Slot& slot = slots_[hash & (slots_.size() - 1)];
-  if (slot.id_plus_one != 0) __builtin_prefetch(texts_[slot.id_plus_one - 1].data());
-}
-
-void StringPool::InternAll(const std::vector<std::string_view>& texts, std::vector<TextId>& ids) {
-  // How far ahead each kind of memory is asked for; each stage reads what
-  // the stage before asked for.
-  constexpr std::size_t kSlotAhead = 12, kTextAhead = 6, kBytesAhead = 3;
-  std::vector<std::size_t> hashes(texts.size());
-  for (std::size_t i = 0; i < texts.size(); ++i) hashes[i] = std::hash<std::string_view>{}(texts[i]);
-  ids.resize(texts.size());
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    if (i + kSlotAhead < texts.size()) PrefetchSlot(hashes[i + kSlotAhead]);
-    if (i + kTextAhead < texts.size()) PrefetchText(hashes[i + kTextAhead]);
-    if (i + kBytesAhead < texts.size()) PrefetchBytes(hashes[i + kBytesAhead]);
-    ids[i] = InternHashed(texts[i], hashes[i]);
-  }
-}
-
 void StringPool::Grow() {
   std::vector<Slot>(slots_.size() * 2).swap(slots_);
   const std::size_t mask = slots_.size() - 1;

@@ -23,11 +23,6 @@ class StringPool {
   StringPool();
   // The id of text, adding it when it is new.
   TextId Intern(std::string_view text);
-  // The ids of many texts at once, the same as interning them one by one in
-  // order. Looking a text up waits on memory three times (slot, string,
-  // bytes); a batch asks for those of the texts a little ahead while it
-  // works on the current one, so the waits overlap.
-  void InternAll(const std::vector<std::string_view>& texts, std::vector<TextId>& ids);
   const std::string& Text(TextId id) const { return texts_[id]; }
   // Ids run from 0 to Size() - 1, in the order the texts were first seen.
   std::size_t Size() const { return texts_.size(); }
@@ -43,9 +38,6 @@ class StringPool {
   void Grow();
   std::size_t SlotOf(std::string_view text, std::size_t hash) const;
   TextId InternHashed(std::string_view text, std::size_t hash);
-  void PrefetchSlot(std::size_t hash) const;
-  void PrefetchText(std::size_t hash) const;
-  void PrefetchBytes(std::size_t hash) const;
 
   // A deque never moves what it holds: a text read from the pool stays
   // valid while later texts are added.

@@ -39,6 +39,8 @@ class TextFileWriter {
   void WriteLine(std::string_view line);
   // Bytes exactly as given, line ends included.
   void WriteRaw(std::string_view bytes);
+  // Whether lines given now are written (false when refused, discarded or failed).
+  bool Writes() const { return file_ != nullptr && result_.ok; }
   // Finishes the file and puts it in place of the target.
   IoResult Commit();
 

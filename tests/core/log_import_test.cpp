@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/worker_threads.h"
 #include "support/session.h"
 
 namespace vantor::testing {
@@ -135,9 +136,39 @@ TEST_F(LogImport, LinesRunningAcrossReadPiecesAreKeptOrIgnoredWhole) {
   EXPECT_EQ(Side("ignored.txt"), "\r\n" + long_ignored + "\r\n\r\n");
 
   const std::string filler((1 << 20) - std::string("^7 cratered.\r").size(), 'f');
+  form.KeepPlaces(true);
   Open("^7" + filler + " cratered.\r\n^7Bravo cratered.\r\n");  // CR ends the first piece
   EXPECT_EQ(form.List1.Rows(), (V{filler + " cratered.", "Bravo cratered."}));
+  EXPECT_EQ(form.List1.PlaceAt(1).place.line, 2u);
   EXPECT_EQ(Side("ignored.txt"), "\r\n\r\n");
+}
+
+// Pieces are sorted on several threads at once and taken up in log order:
+// rows, their line numbers, markers and side files come out as read whole.
+TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
+  std::string log;
+  for (int i = 0; i < 300'000; ++i) {
+    if (i == 250'000) log += "Timelimit hit.\r\n";
+    log += "^7P" + std::to_string(i % 7000) + " cratered.\r\n";
+  }
+  SetWorkerThreads(3);
+  form.KeepPlaces(true);
+  form.RecordsMarkers = true;
+  Open(log);
+  SetWorkerThreads(0);
+  ASSERT_EQ(form.List1.Count(), 300'000u);
+  EXPECT_EQ(form.List1.At(123'457), "P4457 cratered.");
+  EXPECT_EQ(form.List1.PlaceAt(123'457).place.line, 123'458u);
+  EXPECT_EQ(form.List1.At(299'999), "P5999 cratered.");
+  EXPECT_EQ(form.List1.PlaceAt(299'999).place.line, 300'001u);
+  ASSERT_EQ(form.Markers.size(), 2u);
+  EXPECT_EQ(form.Markers[0].place.line, 250'001u);
+  EXPECT_EQ(form.Markers[0].kept_before, 250'000u);
+  EXPECT_EQ(form.Markers[1].place.line, 300'002u);
+  EXPECT_EQ(form.Markers[1].kept_before, 300'000u);
+  std::string pairs(500'000, '\r');
+  for (std::size_t i = 1; i < pairs.size(); i += 2) pairs[i] = '\n';
+  EXPECT_EQ(Side("ignored.txt"), pairs + "Timelimit hit.\r\n\r\n" + pairs.substr(0, 100'000));
 }
 
 }  // namespace

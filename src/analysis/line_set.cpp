@@ -1,0 +1,74 @@
+#include "analysis/line_set.h"
+
+#include <cstring>
+#include <stdexcept>
+
+namespace vantor {
+
+namespace {
+
+constexpr std::size_t kFirstSlots = 1 << 12;  // a power of two
+
+std::uint64_t TagOf(std::size_t hash) { return static_cast<std::uint64_t>(hash) >> 40 << 40; }
+
+}  // namespace
+
+LineSet::LineSet() : slots_(kFirstSlots) {}
+
+void LineSet::Prefetch(std::size_t hash, bool bytes) const {
+  const Slot& slot = slots_[hash & (slots_.size() - 1)];
+  if (!bytes) return __builtin_prefetch(&slot);
+  const std::uint64_t start = slot.start_and_tag & ((std::uint64_t{1} << kStartBits) - 1);
+  if (slot.number_plus_one != 0) __builtin_prefetch(bytes_.data() + start);
+}
+
+std::size_t LineSet::SlotOf(std::string_view line, std::size_t hash) const {
+  const std::size_t mask = slots_.size() - 1;
+  const std::uint64_t tag = TagOf(hash);
+  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+    const Slot& slot = slots_[at];
+    if (slot.number_plus_one == 0) return at;
+    if (slot.length != line.size() || (slot.start_and_tag & ~((std::uint64_t{1} << kStartBits) - 1)) != tag)
+      continue;
+    if (std::memcmp(bytes_.data() + (slot.start_and_tag ^ tag), line.data(), line.size()) == 0) return at;
+  }
+}
+
+std::uint32_t LineSet::Number(std::string_view line, std::size_t hash) {
+  const std::size_t at = SlotOf(line, hash);
+  if (slots_[at].number_plus_one != 0) return slots_[at].number_plus_one - 1;
+  if (count_ >= kUnknown - 1 || bytes_.size() + line.size() >= (std::uint64_t{1} << kStartBits))
+    throw std::length_error("too many distinct lines");
+  const auto number = static_cast<std::uint32_t>(count_++);
+  slots_[at] = {number + 1, static_cast<std::uint32_t>(line.size()), bytes_.size() | TagOf(hash)};
+  bytes_.insert(bytes_.end(), line.begin(), line.end());
+  hashes_.push_back(hash);
+  if (count_ * 2 > slots_.size()) Grow();
+  return number;
+}
+
+void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
+                      std::vector<std::uint32_t>& numbers) const {
+  // How far ahead slots, then the bytes they point to, are asked for.
+  constexpr std::size_t kSlotAhead = 16, kBytesAhead = 8;
+  numbers.resize(lines.size());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i + kSlotAhead < lines.size()) Prefetch(hashes[i + kSlotAhead], false);
+    if (i + kBytesAhead < lines.size()) Prefetch(hashes[i + kBytesAhead], true);
+    numbers[i] = slots_[SlotOf(lines[i], hashes[i])].number_plus_one - 1;  // free: kUnknown
+  }
+}
+
+void LineSet::Grow() {
+  std::vector<Slot> old(slots_.size() * 2);
+  old.swap(slots_);
+  const std::size_t mask = slots_.size() - 1;
+  for (const Slot& slot : old) {
+    if (slot.number_plus_one == 0) continue;
+    std::size_t at = hashes_[slot.number_plus_one - 1] & mask;
+    while (slots_[at].number_plus_one != 0) at = (at + 1) & mask;
+    slots_[at] = slot;
+  }
+}
+
+}  // namespace vantor

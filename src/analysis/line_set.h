@@ -1,0 +1,50 @@
+#pragma once
+// The distinct lines of a log as it is read, each with a number in the
+// order it was first seen. Unlike the string pool it never hands a line
+// back as a string, so it keeps them all in one block of bytes: looking a
+// line up waits on memory twice (its slot, then its bytes) instead of three
+// times, and a batch asks for both a few lines ahead. A copy taken now and
+// then lets other threads look lines up while this one adds new ones.
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace vantor {
+
+class LineSet {
+ public:
+  static constexpr std::uint32_t kUnknown = UINT32_MAX;
+
+  LineSet();
+  // The line's number (its hash from std::hash), added when new.
+  std::uint32_t Number(std::string_view line, std::size_t hash);
+  // The numbers of lines known to the set, kUnknown for the others.
+  void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
+               std::vector<std::uint32_t>& numbers) const;
+  std::size_t Size() const { return count_; }
+
+ private:
+  // The number + 1 (0: free), the line's length, and where its bytes start
+  // in bytes_ beside the top bits of its hash, so that a probe rarely has
+  // to look at bytes.
+  struct Slot {
+    std::uint32_t number_plus_one = 0;
+    std::uint32_t length = 0;
+    std::uint64_t start_and_tag = 0;
+  };
+  static constexpr int kStartBits = 40;
+
+  // Where the line stands, or the free slot where it would go.
+  std::size_t SlotOf(std::string_view line, std::size_t hash) const;
+  void Prefetch(std::size_t hash, bool bytes) const;
+  void Grow();
+
+  std::vector<char> bytes_;
+  std::vector<Slot> slots_;  // open addressing, at most half full
+  std::vector<std::size_t> hashes_;  // by number, so that growing hashes nothing again
+  std::size_t count_ = 0;
+};
+
+}  // namespace vantor
