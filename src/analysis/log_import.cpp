@@ -16,6 +16,7 @@
 
 #include "analysis/line_set.h"
 #include "analysis/ordered_work.h"
+#include "analysis/span_digests.h"
 #include "analysis/text_file.h"
 #include "analysis/text_ops.h"
 #include "analysis/worker_threads.h"
@@ -170,6 +171,7 @@ struct SortedPiece {
     std::size_t row, kept_before;
   };
   std::vector<Marker> markers;
+  std::vector<SpanDigests::Marker> marker_lines;  // parallel to markers
   std::uint64_t line_count = 0;
 
   void Clear() {
@@ -181,6 +183,7 @@ struct SortedPiece {
     kept_in_set.clear();
     kept_numbers.clear();
     markers.clear();
+    marker_lines.clear();
   }
 };
 
@@ -205,7 +208,11 @@ void SortLines(SortedPiece& piece, const SortingNeeds& needs) {
   piece.lines.ForEachLine([&](std::string_view line, char end) {
     const std::uint64_t number = numbers.Number(line, end);
     if (needs.markers) {
-      if (const auto row = MatchMarkerOf(line)) piece.markers.push_back({number, *row, piece.kept.size()});
+      if (const auto row = MatchMarkerOf(line)) {
+        piece.markers.push_back({number, *row, piece.kept.size()});
+        const auto begin = static_cast<std::size_t>(line.data() - piece.lines.data.get());
+        piece.marker_lines.push_back({*row, begin, begin + line.size() + 1});
+      }
     }
     switch (ClassifyLogLine(line)) {
       case LineFate::kKept:
@@ -262,6 +269,7 @@ class SortedPieces {
     ignored_.WriteRaw(piece.ignored);
     chat_.WriteRaw(piece.chat);
     log_output_.WriteRaw(piece.log_output);
+    if (spans_) spans_->Add(piece.lines.Bytes(), piece.marker_lines);
     for (const SortedPiece::Marker& marker : piece.markers) {
       sheet_.Markers.push_back(
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
@@ -277,6 +285,10 @@ class SortedPieces {
     lines_ += piece.line_count;
     if (lines_seen_.Size() >= 2 * shared_size_ + kFirstShared) Share();
   }
+
+  // Worked out from now on: the digests of the stretches the markers cut out.
+  void DigestSpans() { spans_.emplace(); }
+  std::vector<std::string> SpanDigestsOfLog() { return spans_ ? spans_->Finish() : std::vector<std::string>{}; }
 
   // The lines and kept lines taken up so far.
   std::uint64_t Lines() const { return lines_; }
@@ -305,6 +317,7 @@ class SortedPieces {
   LineSet lines_seen_;            // the distinct kept lines as read
   std::vector<TextId> stripped_;  // by number in lines_seen_: the stripped line's id in List1's pool
   std::size_t shared_size_ = 0;
+  std::optional<SpanDigests> spans_;
   mutable std::mutex known_mutex_;
   std::shared_ptr<const LineSet> known_;  // the copy the sorting threads number lines from
 };
@@ -332,6 +345,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   if (sheet.RecordsMarkers) digest.emplace();
   const std::size_t file = sheet.SourceFiles.size() - 1;
   SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
+  if (sheet.RecordsMarkers && sheet.DigestsSpans) sorted.DigestSpans();
   const SortingNeeds needs{ignored->Writes(), chat->Writes(), log_output->Writes(), sheet.List1.KeepsPlaces(),
                            sheet.RecordsMarkers};
   // One thread: the pieces are sorted and taken up as they are read.
@@ -354,6 +368,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   sheet.LinesRead += sorted.Lines();
   if (sheet.RecordsMarkers) {
     sheet.Markers.push_back({SourceLine::At(file, sorted.Lines() + 1), kMatchMarkers.size(), sorted.KeptBefore()});
+    for (std::string& digest : sorted.SpanDigestsOfLog()) sheet.SpanDigests.push_back(std::move(digest));
   }
   if (!read_all) host.ShowMessage(ReadFailure(file_name, text.Error()), MessageIcon::kCritical);
   log_output->WriteLine("");

@@ -10,6 +10,7 @@ void Worksheet::Empty() {
   }
   SourceFiles.clear();
   SourceDigests.clear();
+  SpanDigests.clear();
   LinesRead = 0;
   Markers.clear();
 }

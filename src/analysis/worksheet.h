@@ -38,6 +38,11 @@ struct Worksheet {
   MarkerPlaces Markers;
   // Whether the import records the markers (the matches of a run need them).
   bool RecordsMarkers = false;
+  // Per stretch the markers cut out (as the matches of the run are cut, in
+  // order), the SHA-256 of its lines, when the import was asked for them
+  // (DigestsSpans, with RecordsMarkers): what the archive knows a match by.
+  std::vector<std::string> SpanDigests;
+  bool DigestsSpans = false;
 
   Worksheet() { Empty(); }
 

@@ -30,4 +30,9 @@ std::optional<std::vector<MatchDigests>> MatchIdentities(const std::vector<std::
                                                          const std::vector<Match>& matches,
                                                          const std::set<std::uint64_t>& beginnings = {});
 
+// The identities of the matches from the digests of the spans of the run
+// (by MatchSpan::order), as the import works them out.
+std::vector<MatchDigests> IdentitiesOfSpans(const std::vector<std::string>& span_digests,
+                                            const std::vector<Match>& matches);
+
 }  // namespace vantor

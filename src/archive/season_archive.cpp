@@ -241,7 +241,12 @@ ArchiveOutcome ArchiveRun(const std::string& path, const RunRecord& run, const s
   // A thread when one can be had; else the digests are worked out at get().
   auto described = std::async(std::launch::async | std::launch::deferred,
                               [&] { return DescribeLogs(run.files, run.file_digests); });
-  const auto identities = MatchIdentities(run.files, matches, CutShortLengths(*archive.db));
+  const std::set<std::uint64_t> beginnings = CutShortLengths(*archive.db);
+  // The import worked the identities out when asked; the beginnings of
+  // matches a log cut short need the logs read again.
+  const auto identities = beginnings.empty() && run.span_digests.size() == SplitMatches(run.markers).size()
+                              ? IdentitiesOfSpans(run.span_digests, matches)
+                              : MatchIdentities(run.files, matches, beginnings);
   const std::vector<LogFacts> logs = described.get();
   for (const LogFacts& log : logs) {
     if (log.sha256.empty() || !identities)

@@ -127,6 +127,7 @@ void Analyse(const vantor::CliOptions& options, vantor::CliHost& host, vantor::F
   form.KeepPlaces(options.json || options.csv);
   // The matches of a run are cut along the markers the import records.
   form.RecordsMarkers = options.json || options.summary || options.archive;
+  form.DigestsSpans = options.archive.has_value();
   form.write_side_files = !options.no_side_files;
   if (options.report) form.report_override = *options.report;
   std::uint64_t total = 0, before = 0;

@@ -88,7 +88,7 @@ std::vector<MatchSpan> SplitMatches(const MarkerPlaces& markers) {
     if (open) {
       const SourceLine last = kind == MarkerKind::kMatchEnd ? marker.place : LineBefore(marker.place);
       spans.push_back({open->place, marker.place, open->place, last, marker.How(), open->events_before,
-                       marker.events_before});
+                       marker.events_before, spans.size()});
     }
     open.reset();
     if (kind == MarkerKind::kMapLoad) open = marker;

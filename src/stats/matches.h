@@ -25,6 +25,7 @@ struct MatchSpan {
   std::string_view ended;  // how it ended (a marker's "how")
   // The rows of each event list (by EventList) in the span: [from, to).
   std::array<std::size_t, 3> from_rows{}, to_rows{};
+  std::size_t order = 0;  // its place among the spans of the run
 };
 
 // Cuts the run along its markers (in log order). Lines before the first

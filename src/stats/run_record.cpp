@@ -49,6 +49,7 @@ std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& e
   auto run = std::make_shared<RunRecord>();
   run->files = sheet.SourceFiles;
   run->file_digests = sheet.SourceDigests;
+  run->span_digests = sheet.SpanDigests;
   run->lines_read = sheet.LinesRead;
   run->members = tally;
   run->blue_count = sheet.List8.Count();

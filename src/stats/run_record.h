@@ -28,6 +28,7 @@ struct CountedEvents {
 struct RunRecord {
   std::vector<std::string> files;         // the logs, by SourceLine::file
   std::vector<std::string> file_digests;  // their SHA-256 when the import worked it out, else ""
+  std::vector<std::string> span_digests;  // per MatchSpan::order, when the import worked them out
   std::uint64_t lines_read = 0;           // the lines of the logs
   TallyTable members;                     // Blue members first, then Red
   std::size_t blue_count = 0;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/span_digests.h"
 #include "analysis/worker_threads.h"
 #include "support/session.h"
 
@@ -13,6 +14,12 @@ namespace {
 
 using V = std::vector<std::string>;
 using Messages = std::vector<FakeHost::Message>;
+
+std::string Sha256Of(std::string_view bytes) {
+  Sha256 sha;
+  sha.Add(bytes);
+  return sha.HexDigest();
+}
 
 class LogImport : public ::testing::Test, protected Session {
  protected:
@@ -169,6 +176,29 @@ TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
   std::string pairs(500'000, '\r');
   for (std::size_t i = 1; i < pairs.size(); i += 2) pairs[i] = '\n';
   EXPECT_EQ(Side("ignored.txt"), pairs + "Timelimit hit.\r\n\r\n" + pairs.substr(0, 100'000));
+}
+
+// A stretch's digest covers its lines whole, wherever the pieces of the log
+// are cut: a CR LF pair after a limit's line split between two pieces too.
+TEST(SpanDigestsOfALog, AreTheSameWhereverThePiecesAreCut) {
+  const std::string stretches[] = {"a\r\n", "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n",
+                                   "CL_InitCGame: 6 seconds\r\nd\r"};
+  const std::string log = stretches[0] + stretches[1] + "c\r\n" + stretches[2];
+  std::vector<std::string> expected;
+  for (const std::string& stretch : stretches) expected.push_back(Sha256Of(stretch));
+  for (std::size_t cut = 0; cut <= log.size(); ++cut) {
+    if (cut > 0 && log[cut - 1] != '\r' && log[cut - 1] != '\n') continue;
+    SpanDigests digests;
+    for (const std::string_view piece : {std::string_view(log).substr(0, cut), std::string_view(log).substr(cut)}) {
+      std::vector<SpanDigests::Marker> markers;
+      for (std::size_t begin = 0, end; begin < piece.size(); begin = end + 1) {
+        end = piece.find_first_of("\r\n", begin);
+        if (const auto row = MatchMarkerOf(piece.substr(begin, end - begin))) markers.push_back({*row, begin, end + 1});
+      }
+      digests.Add(piece, markers);
+    }
+    EXPECT_EQ(digests.Finish(), expected) << "cut after " << cut << " bytes";
+  }
 }
 
 }  // namespace
