@@ -8,6 +8,8 @@ namespace vantor {
 namespace {
 
 constexpr std::size_t kFirstSlots = 1 << 12;  // a power of two
+// How far ahead a batch asks for slots, then the bytes they point to.
+constexpr std::size_t kSlotAhead = 16, kBytesAhead = 8;
 
 std::uint64_t TagOf(std::size_t hash) { return static_cast<std::uint64_t>(hash) >> 40 << 40; }
 
@@ -47,10 +49,22 @@ std::uint32_t LineSet::Number(std::string_view line, std::size_t hash) {
   return number;
 }
 
+void LineSet::NumberUnknown(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
+                            std::vector<std::uint32_t>& numbers) {
+  std::vector<std::size_t>& unknown = unknown_;
+  unknown.clear();
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (numbers[i] == kUnknown) unknown.push_back(i);
+  }
+  for (std::size_t k = 0; k < unknown.size(); ++k) {
+    if (k + kSlotAhead < unknown.size()) Prefetch(hashes[unknown[k + kSlotAhead]], false);
+    if (k + kBytesAhead < unknown.size()) Prefetch(hashes[unknown[k + kBytesAhead]], true);
+    numbers[unknown[k]] = Number(lines[unknown[k]], hashes[unknown[k]]);
+  }
+}
+
 void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
                       std::vector<std::uint32_t>& numbers) const {
-  // How far ahead slots, then the bytes they point to, are asked for.
-  constexpr std::size_t kSlotAhead = 16, kBytesAhead = 8;
   numbers.resize(lines.size());
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (i + kSlotAhead < lines.size()) Prefetch(hashes[i + kSlotAhead], false);

@@ -20,6 +20,9 @@ class LineSet {
   LineSet();
   // The line's number (its hash from std::hash), added when new.
   std::uint32_t Number(std::string_view line, std::size_t hash);
+  // Numbers the lines whose number is kUnknown, adding them when new.
+  void NumberUnknown(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
+                     std::vector<std::uint32_t>& numbers);
   // The numbers of lines known to the set, kUnknown for the others.
   void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
                std::vector<std::uint32_t>& numbers) const;
@@ -45,6 +48,7 @@ class LineSet {
   std::vector<Slot> slots_;  // open addressing, at most half full
   std::vector<std::size_t> hashes_;  // by number, so that growing hashes nothing again
   std::size_t count_ = 0;
+  std::vector<std::size_t> unknown_;  // NumberUnknown's, kept for its capacity
 };
 
 }  // namespace vantor

@@ -275,9 +275,9 @@ class SortedPieces {
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
     }
     WorksheetList& list = sheet_.List1;
+    lines_seen_.NumberUnknown(piece.kept, piece.kept_hashes, piece.kept_in_set);
     for (std::size_t i = 0; i < piece.kept.size(); ++i) {
-      std::uint32_t number = piece.kept_in_set[i];
-      if (number == LineSet::kUnknown) number = lines_seen_.Number(piece.kept[i], piece.kept_hashes[i]);
+      const std::uint32_t number = piece.kept_in_set[i];
       if (number == stripped_.size()) stripped_.push_back(list.Pool().Intern(StripColorCodes(piece.kept[i])));
       list.AppendId(stripped_[number], PlaceOf(piece, i));
     }
