@@ -94,21 +94,31 @@ std::string_view ColourOf(std::string_view action) {
 }  // namespace
 
 void EventIndex::IndexFlags(const Worksheet& sheet) {
-  std::unordered_map<std::string_view, std::size_t> text_ids;
+  // By pool id: a log repeats a few flag texts and actions many times, so
+  // each is looked at once.
+  struct Action {
+    std::string_view colour;
+    std::array<bool, kFlagKindCount> kinds{};
+  };
+  std::unordered_map<TextId, std::size_t> text_ids;
+  std::unordered_map<TextId, Action> actions;
   const std::size_t n = sheet.List5.Count();
   for (std::size_t j = 0; j < n; ++j) {
-    const std::string& text = sheet.List5.At(j);
-    auto [it, added] = text_ids.try_emplace(text, flag_texts_.size());
-    if (added) flag_texts_.push_back(FlagText{text});
+    auto [it, added] = text_ids.try_emplace(sheet.List5.IdAt(j), flag_texts_.size());
+    if (added) flag_texts_.push_back(FlagText{sheet.List5.At(j)});
     FlagText& entry = flag_texts_[it->second];
-    const std::string& action = sheet.List6.At(j);
-    const std::string_view colour = ColourOf(action);
+    auto [known, new_action] = actions.try_emplace(sheet.List6.IdAt(j));
+    Action& action = known->second;
+    if (new_action) {
+      action.colour = ColourOf(sheet.List6.At(j));
+      for (std::size_t k = 0; k < kFlagKindCount; ++k) action.kinds[k] = Contains(sheet.List6.At(j), kFlagKindNames[k]);
+    }
     for (std::size_t k = 0; k < kFlagKindCount; ++k) {
-      if (!Contains(action, kFlagKindNames[k])) continue;
+      if (!action.kinds[k]) continue;
       entry.counts[k] += 1;
-      if (colour.empty()) continue;
+      if (action.colour.empty()) continue;
       entry.last_coloured[k] = j;
-      entry.colour[k] = colour;
+      entry.colour[k] = action.colour;
     }
   }
 }
