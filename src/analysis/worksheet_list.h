@@ -63,7 +63,10 @@ class WorksheetList {
   const StringPool& Pool() const { return *pool_; }
   StringPool& Pool() { return *pool_; }
   std::shared_ptr<StringPool> SharedPool() const { return pool_; }
-  void Reserve(std::size_t n) { ids_.reserve(n); }
+  void Reserve(std::size_t n) {
+    ids_.reserve(n);
+    if (keeps_places_) places_.reserve(n);
+  }
   void ShrinkToFit() {
     ids_.shrink_to_fit();
     places_.shrink_to_fit();

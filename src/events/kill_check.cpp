@@ -62,6 +62,21 @@ void Record(Worksheet& sheet, const RecognitionMemo::Event& event, const EventSo
   }
 }
 
+// Each kind of event counted first, so that the event lists are made at
+// their final size instead of growing (and copying themselves) as they fill.
+void ReserveEventLists(Worksheet& sheet, RecognitionMemo& memo) {
+  std::size_t kills = 0, sentries = 0, flags = 0;
+  for (const TextId line : sheet.List1.Ids()) {
+    const LineCut::Kind kind = memo.Of(line).kind;
+    kills += kind == LineCut::Kind::kKill;
+    sentries += kind == LineCut::Kind::kSentry;
+    flags += kind == LineCut::Kind::kFlag;
+  }
+  for (WorksheetList* list : {&sheet.List2, &sheet.List3, &sheet.List4}) list->Reserve(list->Count() + kills);
+  for (WorksheetList* list : {&sheet.List5, &sheet.List6}) list->Reserve(list->Count() + flags);
+  sheet.List10.Reserve(sheet.List10.Count() + sentries);
+}
+
 // Each marker at or before row learns how many events each list holds then.
 void CountEventsBefore(Worksheet& sheet, std::size_t row, std::size_t& next_marker) {
   for (; next_marker < sheet.Markers.size() && sheet.Markers[next_marker].kept_before <= row; ++next_marker) {
@@ -75,6 +90,7 @@ void CountEventsBefore(Worksheet& sheet, std::size_t row, std::size_t& next_mark
 void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   WorksheetList& lines = sheet.List1;
   RecognitionMemo memo(rules, lines.Pool());
+  ReserveEventLists(sheet, memo);
   std::size_t next_marker = 0;
   // One walk in row order: each row's event is recorded as the row is met,
   // and a row stays only when no rule recognised it and it is not blank.
