@@ -288,7 +288,10 @@ class SortedPieces {
 
   // Worked out from now on: the digests of the stretches the markers cut out.
   void DigestSpans() { spans_.emplace(); }
-  std::vector<std::string> SpanDigestsOfLog() { return spans_ ? spans_->Finish() : std::vector<std::string>{}; }
+  // The log's digest (with tail, the bytes after its last line end); the
+  // stretches' digests go to the worksheet.
+  std::string FinishSpans(std::string_view tail) { return spans_->Finish(tail, sheet_.SpanDigests); }
+  bool DigestsSpans() const { return spans_.has_value(); }
 
   // The lines and kept lines taken up so far.
   std::uint64_t Lines() const { return lines_; }
@@ -342,10 +345,14 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   // A run that cuts matches names its logs by digest (the summary, the
   // archive): worked out while the log is read, instead of reading it again.
   std::optional<Sha256> digest;
-  if (sheet.RecordsMarkers) digest.emplace();
   const std::size_t file = sheet.SourceFiles.size() - 1;
   SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
-  if (sheet.RecordsMarkers && sheet.DigestsSpans) sorted.DigestSpans();
+  // The stretches' digests come with the log's; else the log is hashed as it is read.
+  if (sheet.RecordsMarkers && sheet.DigestsSpans) {
+    sorted.DigestSpans();
+  } else if (sheet.RecordsMarkers) {
+    digest.emplace();
+  }
   const SortingNeeds needs{ignored->Writes(), chat->Writes(), log_output->Writes(), sheet.List1.KeepsPlaces(),
                            sheet.RecordsMarkers};
   // One thread: the pieces are sorted and taken up as they are read.
@@ -364,11 +371,12 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   while (text.NextPiece(piece.lines, on_read)) piece = work.Hand(std::move(piece));
   work.Finish();
   const bool read_all = text.Error() == 0;
-  sheet.SourceDigests.push_back(digest && read_all ? digest->HexDigest() : "");
+  const std::string log_digest =
+      sorted.DigestsSpans() ? sorted.FinishSpans(text.Tail()) : digest ? digest->HexDigest() : "";
+  sheet.SourceDigests.push_back(read_all ? log_digest : "");
   sheet.LinesRead += sorted.Lines();
   if (sheet.RecordsMarkers) {
     sheet.Markers.push_back({SourceLine::At(file, sorted.Lines() + 1), kMatchMarkers.size(), sorted.KeptBefore()});
-    for (std::string& digest : sorted.SpanDigestsOfLog()) sheet.SpanDigests.push_back(std::move(digest));
   }
   if (!read_all) host.ShowMessage(ReadFailure(file_name, text.Error()), MessageIcon::kCritical);
   log_output->WriteLine("");

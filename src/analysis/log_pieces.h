@@ -91,6 +91,8 @@ class LogText {
   bool NextPiece(LinesBuffer& piece, OnRead&& on_read);
   // The errno of a read that failed part way; 0 when none did.
   int Error() const { return error_; }
+  // After the last piece: the bytes after the last line end, which are no line.
+  std::string_view Tail() const { return carry_.Bytes(); }
   // The size of the file; 0 for the empty text.
   std::uint64_t Size() const;
 

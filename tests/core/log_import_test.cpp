@@ -180,24 +180,34 @@ TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
 
 // A stretch's digest covers its lines whole, wherever the pieces of the log
 // are cut: a CR LF pair after a limit's line split between two pieces too.
+// The log's own digest takes the bytes after its last line end as well.
 TEST(SpanDigestsOfALog, AreTheSameWhereverThePiecesAreCut) {
-  const std::string stretches[] = {"a\r\n", "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n",
-                                   "CL_InitCGame: 6 seconds\r\nd\r"};
-  const std::string log = stretches[0] + stretches[1] + "c\r\n" + stretches[2];
-  std::vector<std::string> expected;
-  for (const std::string& stretch : stretches) expected.push_back(Sha256Of(stretch));
-  for (std::size_t cut = 0; cut <= log.size(); ++cut) {
-    if (cut > 0 && log[cut - 1] != '\r' && log[cut - 1] != '\n') continue;
-    SpanDigests digests;
-    for (const std::string_view piece : {std::string_view(log).substr(0, cut), std::string_view(log).substr(cut)}) {
-      std::vector<SpanDigests::Marker> markers;
-      for (std::size_t begin = 0, end; begin < piece.size(); begin = end + 1) {
-        end = piece.find_first_of("\r\n", begin);
-        if (const auto row = MatchMarkerOf(piece.substr(begin, end - begin))) markers.push_back({*row, begin, end + 1});
+  struct Log {
+    std::string lines, tail;
+    std::vector<std::string> stretches;
+  };
+  const std::string limit = "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n", last = "CL_InitCGame: 6 seconds\r\nd\r";
+  const Log logs[] = {{"a\r\n" + limit + "c\r\n" + last, "", {"a\r\n", limit, last}},
+                      {"b\r\nTimelimit hit.\r\nc\r\n" + last, "no end", {"b\r\nTimelimit hit.\r\n", last}}};
+  for (const Log& log : logs) {
+    const std::string& lines = log.lines;
+    std::vector<std::string> expected;
+    for (const std::string& stretch : log.stretches) expected.push_back(Sha256Of(stretch));
+    for (std::size_t cut = 0; cut <= lines.size(); ++cut) {
+      if (cut > 0 && lines[cut - 1] != '\r' && lines[cut - 1] != '\n') continue;
+      SpanDigests digests;
+      for (const std::string_view piece : {std::string_view(lines).substr(0, cut), std::string_view(lines).substr(cut)}) {
+        std::vector<SpanDigests::Marker> markers;
+        for (std::size_t begin = 0, end; begin < piece.size(); begin = end + 1) {
+          end = piece.find_first_of("\r\n", begin);
+          if (const auto row = MatchMarkerOf(piece.substr(begin, end - begin))) markers.push_back({*row, begin, end + 1});
+        }
+        digests.Add(piece, markers);
       }
-      digests.Add(piece, markers);
+      std::vector<std::string> stretches;
+      EXPECT_EQ(digests.Finish(log.tail, stretches), Sha256Of(lines + log.tail));
+      EXPECT_EQ(stretches, expected) << "cut after " << cut << " bytes";
     }
-    EXPECT_EQ(digests.Finish(), expected) << "cut after " << cut << " bytes";
   }
 }
 
