@@ -15,27 +15,6 @@ constexpr Parts PartsOf(std::string_view pattern) {
   return {pattern.substr(0, star), pattern.substr(star + 1), true};
 }
 
-// The bytes a marker can begin with (those whose pattern starts with a
-// fixed text) and end with (those whose pattern starts with a variable).
-struct ByteSets {
-  std::array<bool, 256> first{}, last{};
-};
-
-constexpr ByteSets MakeByteSets() {
-  ByteSets sets;
-  for (const MatchMarker& marker : kMatchMarkers) {
-    const Parts parts = PartsOf(marker.pattern);
-    if (!parts.head.empty()) {
-      sets.first[static_cast<unsigned char>(parts.head.front())] = true;
-    } else {
-      sets.last[static_cast<unsigned char>(parts.tail.back())] = true;
-    }
-  }
-  return sets;
-}
-
-constexpr ByteSets kByteSets = MakeByteSets();
-
 constexpr std::array<Parts, kMatchMarkers.size()> MakeParts() {
   std::array<Parts, kMatchMarkers.size()> parts{};
   for (std::size_t row = 0; row < kMatchMarkers.size(); ++row)
@@ -66,11 +45,7 @@ bool Matches(const MatchMarker& marker, const Parts& parts, std::string_view lin
 
 }  // namespace
 
-std::optional<std::size_t> MatchMarkerOf(std::string_view line) {
-  if (line.empty()) return std::nullopt;
-  if (!kByteSets.first[static_cast<unsigned char>(line.front())] &&
-      !kByteSets.last[static_cast<unsigned char>(line.back())])
-    return std::nullopt;
+std::optional<std::size_t> MatchMarkerRow(std::string_view line) {
   for (std::size_t row = 0; row < kMatchMarkers.size(); ++row) {
     if (Matches(kMatchMarkers[row], kParts[row], line)) return row;
   }
