@@ -141,17 +141,20 @@ const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearche
 
 }  // namespace
 
-LineFate ClassifyLogLine(std::string_view line) {
+LineFate ClassifyBeforeNeverKept(std::string_view line) {
   const bool has_code7 = HasCode7(line);
   // Anything with a colon is somebody talking; coloured chat is kept apart.
   if (line.find(':') != std::string_view::npos) return has_code7 ? LineFate::kChat : LineFate::kIgnored;
   if (!has_code7 && !kSentryDown.In(line)) return LineFate::kIgnored;
-  for (const TextSearcher& never_kept : kNeverKept) {
-    if (never_kept.In(line)) return LineFate::kIgnored;
-  }
   return LineFate::kKept;
 }
 
+bool HoldsANeverKeptText(std::string_view line) {
+  for (const TextSearcher& never_kept : kNeverKept) {
+    if (never_kept.In(line)) return true;
+  }
+  return false;
+}
 
 namespace {
 
@@ -166,15 +169,19 @@ struct SortedPiece {
   std::vector<std::size_t> kept_hashes;
   std::vector<std::uint32_t> kept_in_set;  // their numbers among the distinct kept lines, when known
   std::vector<std::uint64_t> kept_numbers;  // when places are kept
+  std::vector<std::string_view> all;  // every line, into lines
+  std::vector<LineFate> fates;        // parallel to all
   struct Marker {
     std::uint64_t number;
-    std::size_t row, kept_before;
+    std::size_t row, kept_before;  // while sorting: the line's index in all
   };
   std::vector<Marker> markers;
   std::vector<SpanDigests::Marker> marker_lines;  // parallel to markers
   std::uint64_t line_count = 0;
 
   void Clear() {
+    all.clear();
+    fates.clear();
     ignored.clear();
     chat.clear();
     log_output.clear();
@@ -202,23 +209,69 @@ void AppendLineStripped(std::string& bytes, std::string_view line) {
   bytes.append("\r\n");
 }
 
-void SortLines(SortedPiece& piece, const SortingNeeds& needs) {
-  piece.Clear();
+// Each line's fate as far as it is decided without the texts that are
+// never kept; the lines that may be kept are hashed.
+void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
   PhysicalLines numbers(piece.lines.end_before);
   piece.lines.ForEachLine([&](std::string_view line, char end) {
     const std::uint64_t number = numbers.Number(line, end);
     if (needs.markers) {
       if (const auto row = MatchMarkerOf(line)) {
-        piece.markers.push_back({number, *row, piece.kept.size()});
+        piece.markers.push_back({number, *row, piece.all.size()});
         const auto begin = static_cast<std::size_t>(line.data() - piece.lines.data.get());
         piece.marker_lines.push_back({*row, begin, begin + line.size() + 1});
       }
     }
-    switch (ClassifyLogLine(line)) {
+    const LineFate fate = ClassifyBeforeNeverKept(line);
+    piece.all.push_back(line);
+    piece.fates.push_back(fate);
+    if (fate != LineFate::kKept) return;
+    piece.kept.push_back(line);
+    piece.kept_hashes.push_back(std::hash<std::string_view>{}(line));
+    if (needs.numbers) piece.kept_numbers.push_back(number);
+  });
+  piece.line_count = numbers.Count();
+}
+
+// A line kept before is kept again; the others that hold a text that is
+// never kept are ignored after all and leave the kept lines.
+void DropNeverKept(SortedPiece& piece, const LineSet* known) {
+  if (known != nullptr) {
+    known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set);
+  } else {
+    piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
+  }
+  std::size_t kept = 0, out = 0;
+  for (std::size_t i = 0; i < piece.all.size(); ++i) {
+    if (piece.fates[i] != LineFate::kKept) continue;
+    if (piece.kept_in_set[kept] == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
+      piece.fates[i] = LineFate::kIgnored;
+    } else {
+      piece.kept[out] = piece.kept[kept];
+      piece.kept_hashes[out] = piece.kept_hashes[kept];
+      piece.kept_in_set[out] = piece.kept_in_set[kept];
+      if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[kept];
+      ++out;
+    }
+    ++kept;
+  }
+  piece.kept.resize(out);
+  piece.kept_hashes.resize(out);
+  piece.kept_in_set.resize(out);
+  if (!piece.kept_numbers.empty()) piece.kept_numbers.resize(out);
+}
+
+// The side files' bytes in line order; the markers learn how many kept
+// lines come before them.
+void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
+  std::size_t kept = 0, marker = 0;
+  for (std::size_t i = 0; i < piece.all.size(); ++i) {
+    for (; marker < piece.markers.size() && piece.markers[marker].kept_before == i; ++marker)
+      piece.markers[marker].kept_before = kept;
+    const std::string_view line = piece.all[i];
+    switch (piece.fates[i]) {
       case LineFate::kKept:
-        piece.kept.push_back(line);
-        piece.kept_hashes.push_back(std::hash<std::string_view>{}(line));
-        if (needs.numbers) piece.kept_numbers.push_back(number);
+        ++kept;
         if (needs.log_output) AppendLineStripped(piece.log_output, line);
         break;
       case LineFate::kIgnored:
@@ -229,8 +282,16 @@ void SortLines(SortedPiece& piece, const SortingNeeds& needs) {
         if (needs.ignored) AppendLineStripped(piece.ignored, line);
         break;
     }
-  });
-  piece.line_count = numbers.Count();
+  }
+}
+
+// Most kept lines repeat earlier ones, and known lines need no search for
+// the texts that are never kept: they are looked up in a batch first.
+void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet* known) {
+  piece.Clear();
+  SortFirst(piece, needs);
+  DropNeverKept(piece, known);
+  WriteSideBytes(piece, needs);
 }
 
 // Sorted pieces taken up in log order: side-file bytes written, markers
@@ -251,18 +312,10 @@ class SortedPieces {
         log_output_(log_output),
         kept_before_(sheet.List1.Count()) {}
 
-  // On any thread: numbers the piece's kept lines that the copy knows.
-  void NumberKnown(SortedPiece& piece) const {
-    std::shared_ptr<const LineSet> known;
-    {
-      std::lock_guard lock(known_mutex_);
-      known = known_;
-    }
-    if (known) {
-      known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set);
-    } else {
-      piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
-    }
+  // On any thread: the copy of the distinct kept lines taken up so far (none at first).
+  std::shared_ptr<const LineSet> Known() const {
+    std::lock_guard lock(known_mutex_);
+    return known_;
   }
 
   void TakeUp(SortedPiece& piece) {
@@ -358,10 +411,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   // One thread: the pieces are sorted and taken up as they are read.
   OrderedWork<SortedPiece> work(
       WorkerThreads() > 1 ? WorkerThreads() : 0,
-      [&](SortedPiece& piece) {
-        SortLines(piece, needs);
-        sorted.NumberKnown(piece);
-      },
+      [&](SortedPiece& piece) { SortLines(piece, needs, sorted.Known().get()); },
       [&](SortedPiece& piece) { sorted.TakeUp(piece); });
   SortedPiece piece;
   const auto on_read = [&](std::uint64_t read, std::string_view bytes) {

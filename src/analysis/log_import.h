@@ -43,5 +43,10 @@ void ImportLog(const std::string& fileName, const std::string& side_dir, Host& h
 // What the import does with one line of the log.
 enum class LineFate { kKept, kIgnored, kChat };
 LineFate ClassifyLogLine(std::string_view line);
+// The same in two steps: all but the texts that are never kept (kKept: kept
+// unless the line holds one of them), and whether it holds one. A line the
+// import kept before is kept again without the second step.
+LineFate ClassifyBeforeNeverKept(std::string_view line);
+bool HoldsANeverKeptText(std::string_view line);
 
 }  // namespace vantor

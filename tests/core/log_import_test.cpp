@@ -155,6 +155,7 @@ TEST_F(LogImport, LinesRunningAcrossReadPiecesAreKeptOrIgnoredWhole) {
 TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
   std::string log;
   for (int i = 0; i < 300'000; ++i) {
+    if (i == 100'000) log += "^7Somebody connected\r\n";
     if (i == 250'000) log += "Timelimit hit.\r\n";
     log += "^7P" + std::to_string(i % 7000) + " cratered.\r\n";
   }
@@ -164,18 +165,20 @@ TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
   Open(log);
   SetWorkerThreads(0);
   ASSERT_EQ(form.List1.Count(), 300'000u);
+  EXPECT_EQ(form.List1.PlaceAt(100'000).place.line, 100'002u);
   EXPECT_EQ(form.List1.At(123'457), "P4457 cratered.");
-  EXPECT_EQ(form.List1.PlaceAt(123'457).place.line, 123'458u);
+  EXPECT_EQ(form.List1.PlaceAt(123'457).place.line, 123'459u);
   EXPECT_EQ(form.List1.At(299'999), "P5999 cratered.");
-  EXPECT_EQ(form.List1.PlaceAt(299'999).place.line, 300'001u);
+  EXPECT_EQ(form.List1.PlaceAt(299'999).place.line, 300'002u);
   ASSERT_EQ(form.Markers.size(), 2u);
-  EXPECT_EQ(form.Markers[0].place.line, 250'001u);
+  EXPECT_EQ(form.Markers[0].place.line, 250'002u);
   EXPECT_EQ(form.Markers[0].kept_before, 250'000u);
-  EXPECT_EQ(form.Markers[1].place.line, 300'002u);
+  EXPECT_EQ(form.Markers[1].place.line, 300'003u);
   EXPECT_EQ(form.Markers[1].kept_before, 300'000u);
   std::string pairs(500'000, '\r');
   for (std::size_t i = 1; i < pairs.size(); i += 2) pairs[i] = '\n';
-  EXPECT_EQ(Side("ignored.txt"), pairs + "Timelimit hit.\r\n\r\n" + pairs.substr(0, 100'000));
+  EXPECT_EQ(Side("ignored.txt"), pairs.substr(0, 200'000) + "^7Somebody connected\r\n\r\n" + pairs.substr(0, 300'000) +
+                                     "Timelimit hit.\r\n\r\n" + pairs.substr(0, 100'000));
 }
 
 // A stretch's digest covers its lines whole, wherever the pieces of the log
