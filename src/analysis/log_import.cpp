@@ -14,6 +14,7 @@
 #include <mutex>
 #include <vector>
 
+#include "analysis/line_scan.h"
 #include "analysis/line_set.h"
 #include "analysis/ordered_work.h"
 #include "analysis/span_digests.h"
@@ -126,13 +127,6 @@ std::string StripColorCodes(std::string_view line) {
 
 namespace {
 
-bool HasCode7(std::string_view line) {
-  for (std::size_t at = line.find('^'); at != std::string_view::npos; at = line.find('^', at + 1)) {
-    if (at + 1 < line.size() && line[at + 1] == '7') return true;
-  }
-  return false;
-}
-
 const TextSearcher kSentryDown("Sentry Gun was destroyed by ");
 // Lines with these texts are never kept, coloured or not.
 const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearcher("connected"),
@@ -141,10 +135,9 @@ const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearche
 
 }  // namespace
 
-LineFate ClassifyBeforeNeverKept(std::string_view line) {
-  const bool has_code7 = HasCode7(line);
+LineFate ClassifyBeforeNeverKept(std::string_view line, bool has_colon, bool has_code7) {
   // Anything with a colon is somebody talking; coloured chat is kept apart.
-  if (line.find(':') != std::string_view::npos) return has_code7 ? LineFate::kChat : LineFate::kIgnored;
+  if (has_colon) return has_code7 ? LineFate::kChat : LineFate::kIgnored;
   if (!has_code7 && !kSentryDown.In(line)) return LineFate::kIgnored;
   return LineFate::kKept;
 }
@@ -164,6 +157,7 @@ namespace {
 // counted from the start of the piece.
 struct SortedPiece {
   LinesBuffer lines;
+  LineScan scan;
   std::string ignored, chat, log_output;  // the side files' bytes, line ends included
   std::vector<std::string_view> kept;  // into lines
   std::vector<std::size_t> kept_hashes;
@@ -213,7 +207,8 @@ void AppendLineStripped(std::string& bytes, std::string_view line) {
 // never kept; the lines that may be kept are hashed.
 void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
   PhysicalLines numbers(piece.lines.end_before);
-  piece.lines.ForEachLine([&](std::string_view line, char end) {
+  piece.scan.Scan(piece.lines.Bytes());
+  piece.scan.ForEachLine([&](std::string_view line, char end, bool has_colon, bool has_code7) {
     const std::uint64_t number = numbers.Number(line, end);
     if (needs.markers) {
       if (const auto row = MatchMarkerOf(line)) {
@@ -222,7 +217,7 @@ void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
         piece.marker_lines.push_back({*row, begin, begin + line.size() + 1});
       }
     }
-    const LineFate fate = ClassifyBeforeNeverKept(line);
+    const LineFate fate = ClassifyBeforeNeverKept(line, has_colon, has_code7);
     piece.all.push_back(line);
     piece.fates.push_back(fate);
     if (fate != LineFate::kKept) return;

@@ -42,11 +42,11 @@ void ImportLog(const std::string& fileName, const std::string& side_dir, Host& h
 
 // What the import does with one line of the log.
 enum class LineFate { kKept, kIgnored, kChat };
-LineFate ClassifyLogLine(std::string_view line);
-// The same in two steps: all but the texts that are never kept (kKept: kept
-// unless the line holds one of them), and whether it holds one. A line the
-// import kept before is kept again without the second step.
-LineFate ClassifyBeforeNeverKept(std::string_view line);
+// In two steps: all but the texts that are never kept (kKept: kept unless
+// the line holds one of them), given whether the line holds a colon and a
+// "^7"; and whether it holds one of those texts. A line the import kept
+// before is kept again without the second step.
+LineFate ClassifyBeforeNeverKept(std::string_view line, bool has_colon, bool has_code7);
 bool HoldsANeverKeptText(std::string_view line);
 
 }  // namespace vantor

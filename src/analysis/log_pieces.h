@@ -13,24 +13,6 @@
 
 namespace vantor {
 
-// The first CR or LF in [from, end), or end. next_lf and next_cr remember
-// where the last searches ended, so that a piece is searched once however
-// its lines end.
-struct LineEndFinder {
-  const char* next_lf = nullptr;
-  const char* next_cr = nullptr;
-
-  const char* Next(const char* from, const char* end) {
-    if (next_lf < from) next_lf = Search(from, end, '\n');
-    if (next_cr < from) next_cr = Search(from, end, '\r');
-    return next_lf < next_cr ? next_lf : next_cr;
-  }
-  static const char* Search(const char* from, const char* end, char c) {
-    const void* at = std::memchr(from, c, static_cast<std::size_t>(end - from));
-    return at != nullptr ? static_cast<const char*>(at) : end;
-  }
-};
-
 // The line numbers a text editor shows: a CR LF pair ends one line, though
 // the import meets an empty line between the two. Counted from 1 within a
 // piece; end_before is the end of the line before it (0 at the start of a
@@ -61,17 +43,6 @@ struct LinesBuffer {
   std::string_view Bytes() const { return {data.get(), size}; }
   // Room for n more bytes after size, keeping the bytes there.
   void Reserve(std::size_t n);
-  // Calls on_line(line, its end) for each line in order.
-  template <typename OnLine>
-  void ForEachLine(OnLine&& on_line) const {
-    const char* at = data.get();
-    const char* const end = at + size;
-    LineEndFinder ends;
-    for (const char* eol = ends.Next(at, end); eol != end; eol = ends.Next(at, end)) {
-      on_line(std::string_view(at, static_cast<std::size_t>(eol - at)), *eol);
-      at = eol + 1;
-    }
-  }
 };
 
 // The text of a log file, read one piece after the other.
