@@ -9,7 +9,9 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <chrono>
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -21,7 +23,6 @@
 #include "analysis/text_file.h"
 #include "analysis/text_ops.h"
 #include "analysis/worker_threads.h"
-#include "report/sha256.h"
 
 namespace vantor {
 
@@ -170,7 +171,7 @@ struct SortedPiece {
     std::size_t row, kept_before;  // while sorting: the line's index in all
   };
   std::vector<Marker> markers;
-  std::vector<SpanDigests::Marker> marker_lines;  // parallel to markers
+  std::vector<MarkerBytes> marker_lines;  // parallel to markers, in the piece's bytes
   std::uint64_t line_count = 0;
 
   void Clear() {
@@ -317,7 +318,8 @@ class SortedPieces {
     ignored_.WriteRaw(piece.ignored);
     chat_.WriteRaw(piece.chat);
     log_output_.WriteRaw(piece.log_output);
-    if (spans_) spans_->Add(piece.lines.Bytes(), piece.marker_lines);
+    for (const MarkerBytes& marker : piece.marker_lines)
+      marker_bytes_.push_back({marker.row, piece.lines.offset + marker.begin, piece.lines.offset + marker.end});
     for (const SortedPiece::Marker& marker : piece.markers) {
       sheet_.Markers.push_back(
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
@@ -334,12 +336,8 @@ class SortedPieces {
     if (lines_seen_.Size() >= 2 * shared_size_ + kFirstShared) Share();
   }
 
-  // Worked out from now on: the digests of the stretches the markers cut out.
-  void DigestSpans() { spans_.emplace(); }
-  // The log's digest (with tail, the bytes after its last line end); the
-  // stretches' digests go to the worksheet.
-  std::string FinishSpans(std::string_view tail) { return spans_->Finish(tail, sheet_.SpanDigests); }
-  bool DigestsSpans() const { return spans_.has_value(); }
+  // The marker lines taken up, in the log's bytes.
+  std::vector<MarkerBytes> TakeMarkerBytes() { return std::move(marker_bytes_); }
 
   // The lines and kept lines taken up so far.
   std::uint64_t Lines() const { return lines_; }
@@ -368,10 +366,37 @@ class SortedPieces {
   LineSet lines_seen_;            // the distinct kept lines as read
   std::vector<TextId> stripped_;  // by number in lines_seen_: the stripped line's id in List1's pool
   std::size_t shared_size_ = 0;
-  std::optional<SpanDigests> spans_;
+  std::vector<MarkerBytes> marker_bytes_;
   mutable std::mutex known_mutex_;
   std::shared_ptr<const LineSet> known_;  // the copy the sorting threads number lines from
 };
+
+// A run that cuts matches names its logs by digest (the summary, the
+// archive), and the archive its matches: worked out from the system's cache
+// of the log on a thread of their own, while the run goes on. At most two
+// logs are hashed at once, so a run of many logs does not start a thread
+// for each.
+void DigestBeside(const LogText& text, bool read_all, std::vector<MarkerBytes> markers, Worksheet& sheet) {
+  using Digests = std::pair<std::string, std::vector<std::string>>;
+  const int fd = read_all ? text.DuplicateFd() : -1;
+  if (fd < 0) {
+    std::promise<Digests> none;
+    none.set_value({});
+    sheet.PendingDigests.push_back(none.get_future());
+    return;
+  }
+  std::size_t busy = 0;
+  for (auto& pending : sheet.PendingDigests)
+    busy += pending.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
+  if (busy >= 2) sheet.PendingDigests[sheet.PendingDigests.size() - busy].wait();
+  const std::uint64_t size = text.BytesRead(), lines_end = size - text.Tail().size();
+  // A thread when one can be had; else the digests are worked out when awaited.
+  sheet.PendingDigests.push_back(std::async(
+      std::launch::async | std::launch::deferred,
+      [fd, size, lines_end, markers = std::move(markers), stretches = sheet.DigestsSpans] {
+        return DigestLog(fd, size, lines_end, markers, stretches);
+      }));
+}
 
 }  // namespace
 
@@ -390,17 +415,8 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   const auto log_output = side_file(kLogOutputFile);
   for (TextId row : sheet.List1.Ids()) log_output->WriteLine(sheet.List1.Pool().Text(row));
   sheet.SourceFiles.push_back(file_name);
-  // A run that cuts matches names its logs by digest (the summary, the
-  // archive): worked out while the log is read, instead of reading it again.
-  std::optional<Sha256> digest;
   const std::size_t file = sheet.SourceFiles.size() - 1;
   SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
-  // The stretches' digests come with the log's; else the log is hashed as it is read.
-  if (sheet.RecordsMarkers && sheet.DigestsSpans) {
-    sorted.DigestSpans();
-  } else if (sheet.RecordsMarkers) {
-    digest.emplace();
-  }
   const SortingNeeds needs{ignored->Writes(), chat->Writes(), log_output->Writes(), sheet.List1.KeepsPlaces(),
                            sheet.RecordsMarkers};
   // One thread: the pieces are sorted and taken up as they are read.
@@ -410,15 +426,16 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
       [&](SortedPiece& piece) { sorted.TakeUp(piece); });
   SortedPiece piece;
   const auto on_read = [&](std::uint64_t read, std::string_view bytes) {
-    if (digest) digest->Add(bytes);
     host.ReadingProgress(read, size);
   };
   while (text.NextPiece(piece.lines, on_read)) piece = work.Hand(std::move(piece));
   work.Finish();
   const bool read_all = text.Error() == 0;
-  const std::string log_digest =
-      sorted.DigestsSpans() ? sorted.FinishSpans(text.Tail()) : digest ? digest->HexDigest() : "";
-  sheet.SourceDigests.push_back(read_all ? log_digest : "");
+  if (sheet.RecordsMarkers) {
+    DigestBeside(text, read_all, sorted.TakeMarkerBytes(), sheet);
+  } else {
+    sheet.SourceDigests.push_back("");
+  }
   sheet.LinesRead += sorted.Lines();
   if (sheet.RecordsMarkers) {
     sheet.Markers.push_back({SourceLine::At(file, sorted.Lines() + 1), kMatchMarkers.size(), sorted.KeptBefore()});

@@ -38,7 +38,8 @@ class PhysicalLines {
 struct LinesBuffer {
   std::unique_ptr<char[]> data;
   std::size_t size = 0, capacity = 0;
-  char end_before = 0;  // the end of the line before the first, 0 at the start of the log
+  char end_before = 0;      // the end of the line before the first, 0 at the start of the log
+  std::uint64_t offset = 0;  // where the first byte stands in the log
 
   std::string_view Bytes() const { return {data.get(), size}; }
   // Room for n more bytes after size, keeping the bytes there.
@@ -64,6 +65,10 @@ class LogText {
   int Error() const { return error_; }
   // After the last piece: the bytes after the last line end, which are no line.
   std::string_view Tail() const { return carry_.Bytes(); }
+  // The bytes read so far.
+  std::uint64_t BytesRead() const { return read_; }
+  // Another descriptor of the open file, for reading it again; -1 when none.
+  int DuplicateFd() const;
   // The size of the file; 0 for the empty text.
   std::uint64_t Size() const;
 
@@ -84,6 +89,7 @@ bool LogText::NextPiece(LinesBuffer& piece, OnRead&& on_read) {
   std::memcpy(piece.data.get(), carry_.data.get(), carry_.size);
   piece.size = carry_.size;
   piece.end_before = carry_.end_before;
+  piece.offset = carry_.offset;
   for (;;) {
     piece.Reserve(kReadPiece);
     const std::size_t got = std::fread(piece.data.get() + piece.size, 1, kReadPiece, file_);
@@ -103,6 +109,7 @@ bool LogText::NextPiece(LinesBuffer& piece, OnRead&& on_read) {
       std::memcpy(carry_.data.get(), piece.data.get() + cut, piece.size - cut);
       carry_.size = piece.size - cut;
       carry_.end_before = cut > 0 ? piece.data[cut - 1] : piece.end_before;
+      carry_.offset = piece.offset + cut;
       piece.size = cut;
       return cut > 0;
     }

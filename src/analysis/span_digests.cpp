@@ -1,72 +1,131 @@
 #include "analysis/span_digests.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
 #include "analysis/match_markers.h"
+#include "report/sha256.h"
 
 namespace vantor {
 
-void SpanDigests::HashLogTo(std::string_view piece, std::size_t end) {
-  log_.Add(piece.substr(log_fed_, end - log_fed_));
-  log_fed_ = end;
-}
+namespace {
 
-void SpanDigests::Push(std::optional<Sha256>& stretch) {
-  if (stretch) {
-    digests_.push_back(stretch->HexDigest());
-  } else {
-    Sha256 log_so_far = log_;  // finished on a copy: the log's hash goes on
-    digests_.push_back(log_so_far.HexDigest());
-  }
-  stretch.reset();
-}
+struct Stretch {
+  std::uint64_t begin, end;
+  bool limit;  // ended by a limit's line: a CR there may be followed by its LF
+};
 
-void SpanDigests::Close(std::string_view piece, std::size_t from, std::size_t end) {
-  if (open_) open_->Add(piece.substr(from, end - from));
-  if (first_open_) HashLogTo(piece, end);
-  first_open_ = false;
-  if (end == piece.size() && piece[end - 1] == '\r') {
-    awaiting_ = true;
-    awaiting_stretch_ = std::move(open_);
-  } else {
-    Push(open_);
-  }
-  open_.reset();
-}
-
-void SpanDigests::Add(std::string_view piece, const std::vector<Marker>& markers) {
-  log_fed_ = 0;
-  std::size_t from = 0;  // where the open stretch's bytes in this piece begin
-  if (awaiting_) {
-    const std::size_t lf = !piece.empty() && piece.front() == '\n' ? 1 : 0;
-    if (awaiting_stretch_) awaiting_stretch_->Add(piece.substr(0, lf));
-    if (!awaiting_stretch_) HashLogTo(piece, lf);
-    Push(awaiting_stretch_);
-    awaiting_ = false;
-  }
-  for (const Marker& marker : markers) {
+std::vector<Stretch> StretchesOf(const std::vector<MarkerBytes>& markers, std::uint64_t lines_end) {
+  std::vector<Stretch> stretches;
+  std::optional<std::uint64_t> open = 0;
+  for (const MarkerBytes& marker : markers) {
     const MarkerKind kind = kMatchMarkers[marker.row].kind;
-    if (open_ || first_open_) {
-      std::size_t end = kind == MarkerKind::kMatchEnd ? marker.end : marker.begin;
-      if (kind == MarkerKind::kMatchEnd && piece[end - 1] == '\r' && end < piece.size() && piece[end] == '\n')
-        ++end;
-      Close(piece, from, end);
+    if (open) {
+      const bool limit = kind == MarkerKind::kMatchEnd;
+      stretches.push_back({*open, limit ? marker.end : marker.begin, limit});
     }
-    if (kind == MarkerKind::kMapLoad) {
-      open_.emplace();
-      from = marker.begin;
-    }
+    open.reset();
+    if (kind == MarkerKind::kMapLoad) open = marker.begin;
   }
-  if (open_) open_->Add(piece.substr(from));
-  HashLogTo(piece, piece.size());
+  if (open) stretches.push_back({*open, lines_end, false});
+  return stretches;
 }
 
-std::string SpanDigests::Finish(std::string_view tail, std::vector<std::string>& stretches) {
-  if (awaiting_) Push(awaiting_stretch_);
-  if (open_ || first_open_) Push(open_);
-  first_open_ = awaiting_ = false;
-  log_.Add(tail);
-  for (std::string& digest : digests_) stretches.push_back(std::move(digest));
-  digests_.clear();
-  return log_.HexDigest();
+// Hashes the log's bytes as they come, and each stretch's among them.
+class StretchHasher {
+ public:
+  explicit StretchHasher(std::vector<Stretch> stretches) : stretches_(std::move(stretches)) { Step(0); }
+
+  // The next bytes of the log, which begin at offset at.
+  void Add(std::string_view bytes, std::uint64_t at) {
+    for (std::size_t done = 0; done < bytes.size();) {
+      const std::uint64_t here = at + done;
+      std::uint64_t to = at + bytes.size();
+      if (next_ < stretches_.size()) to = std::min(to, active_ ? stretches_[next_].end : stretches_[next_].begin);
+      Feed(bytes.substr(done, to - here));
+      done += to - here;
+      Step(to);
+    }
+  }
+
+  // The log's digest and every stretch's; a stretch beyond the bytes (a log
+  // shorter than when it was sorted) ends with them.
+  std::pair<std::string, std::vector<std::string>> Finish() {
+    while (next_ < stretches_.size()) {
+      if (!active_) Begin();
+      Close();
+    }
+    return {log_.HexDigest(), std::move(digests_)};
+  }
+
+ private:
+  void Feed(std::string_view bytes) {
+    log_.Add(bytes);
+    if (stretch_) stretch_->Add(bytes);
+  }
+  // Opens and closes the stretches that begin and end at offset at.
+  void Step(std::uint64_t at) {
+    while (next_ < stretches_.size()) {
+      if (!active_ && stretches_[next_].begin == at) {
+        Begin();
+      } else if (active_ && stretches_[next_].end == at) {
+        Close();
+      } else {
+        return;
+      }
+    }
+  }
+  void Begin() {
+    active_ = true;
+    // The first stretch of a log is the log's own hash so far.
+    if (stretches_[next_].begin != 0) stretch_.emplace();
+  }
+  void Close() {
+    Sha256 hash = stretch_ ? *stretch_ : log_;  // finished on a copy: the log's hash goes on
+    digests_.push_back(hash.HexDigest());
+    stretch_.reset();
+    active_ = false;
+    ++next_;
+  }
+
+  std::vector<Stretch> stretches_;
+  std::size_t next_ = 0;  // the stretch being hashed, or the next one
+  bool active_ = false;
+  Sha256 log_;
+  std::optional<Sha256> stretch_;  // the active stretch's hash, unless it is the log's
+  std::vector<std::string> digests_;
+};
+
+}  // namespace
+
+std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size, std::uint64_t lines_end,
+                                                           const std::vector<MarkerBytes>& markers,
+                                                           bool with_stretches) {
+  std::vector<Stretch> stretches = with_stretches ? StretchesOf(markers, lines_end) : std::vector<Stretch>{};
+  std::vector<char> piece(1 << 20);
+  // A limit's line that ends in a CR takes the LF that follows as part of its line end.
+  for (Stretch& stretch : stretches) {
+    char pair[2];
+    if (stretch.limit && stretch.end < lines_end && ::pread(fd, pair, 2, static_cast<off_t>(stretch.end - 1)) == 2 &&
+        pair[0] == '\r' && pair[1] == '\n')
+      ++stretch.end;
+  }
+  StretchHasher hasher(std::move(stretches));
+  std::uint64_t at = 0;
+  while (at < size) {
+    const ssize_t got = ::pread(fd, piece.data(), std::min<std::uint64_t>(piece.size(), size - at), static_cast<off_t>(at));
+    if (got <= 0) {
+      ::close(fd);
+      return {"", {}};
+    }
+    hasher.Add(std::string_view(piece.data(), static_cast<std::size_t>(got)), at);
+    at += static_cast<std::uint64_t>(got);
+  }
+  ::close(fd);
+  return hasher.Finish();
 }
 
 }  // namespace vantor

@@ -9,10 +9,20 @@ void Worksheet::Empty() {
     list->Rebind(pool);
   }
   SourceFiles.clear();
+  PendingDigests.clear();
   SourceDigests.clear();
   SpanDigests.clear();
   LinesRead = 0;
   Markers.clear();
+}
+
+void Worksheet::AwaitDigests() {
+  for (auto& pending : PendingDigests) {
+    auto [log, stretches] = pending.get();
+    SourceDigests.push_back(std::move(log));
+    for (std::string& stretch : stretches) SpanDigests.push_back(std::move(stretch));
+  }
+  PendingDigests.clear();
 }
 
 void Worksheet::KeepPlaces(bool keep) {

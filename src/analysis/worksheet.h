@@ -3,6 +3,8 @@
 // run from one stage to the next, and the logs its rows came from.
 
 #include <cstdint>
+#include <future>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -43,6 +45,11 @@ struct Worksheet {
   // (DigestsSpans, with RecordsMarkers): what the archive knows a match by.
   std::vector<std::string> SpanDigests;
   bool DigestsSpans = false;
+  // Per log imported with RecordsMarkers, its digest and its stretches',
+  // being worked out beside the run; AwaitDigests moves them into
+  // SourceDigests and SpanDigests.
+  std::vector<std::future<std::pair<std::string, std::vector<std::string>>>> PendingDigests;
+  void AwaitDigests();
 
   Worksheet() { Empty(); }
 

@@ -46,6 +46,7 @@ void TakeKillEvents(Worksheet& sheet, CountedEvents& e, const std::vector<bool>&
 std::shared_ptr<const RunRecord> RecordRun(Worksheet& sheet, const EventIndex& events,
                                            const TallyTable& tally, const TeamReasons& reasons,
                                            const std::vector<bool>& keep, int passes) {
+  sheet.AwaitDigests();
   auto run = std::make_shared<RunRecord>();
   run->files = sheet.SourceFiles;
   run->file_digests = sheet.SourceDigests;

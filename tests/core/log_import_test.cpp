@@ -1,5 +1,6 @@
 // Import of a log into List1 and its three side files, byte for byte.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -7,6 +8,7 @@
 
 #include "analysis/span_digests.h"
 #include "analysis/worker_threads.h"
+#include "report/sha256.h"
 #include "support/session.h"
 
 namespace vantor::testing {
@@ -181,36 +183,36 @@ TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
                                      "Timelimit hit.\r\n\r\n" + pairs.substr(0, 100'000));
 }
 
-// A stretch's digest covers its lines whole, wherever the pieces of the log
-// are cut: a CR LF pair after a limit's line split between two pieces too.
-// The log's own digest takes the bytes after its last line end as well.
-TEST(SpanDigestsOfALog, AreTheSameWhereverThePiecesAreCut) {
+// The log's digest and each stretch's, read back from the log in pieces: a
+// CR LF pair after a limit's line belongs to its stretch, also where the
+// pair is split between two pieces; the log's own digest takes the bytes
+// after its last line end as well.
+TEST(DigestLog, HashesTheLogAndEachStretchWhole) {
+  const std::string limit = "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n", last = "CL_InitCGame: 6 seconds\r\nd\r";
+  const std::string filler((1 << 20) - std::string("b\r\nTimelimit hit.\r").size(), 'f');  // the CR ends a piece
   struct Log {
     std::string lines, tail;
     std::vector<std::string> stretches;
   };
-  const std::string limit = "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n", last = "CL_InitCGame: 6 seconds\r\nd\r";
   const Log logs[] = {{"a\r\n" + limit + "c\r\n" + last, "", {"a\r\n", limit, last}},
-                      {"b\r\nTimelimit hit.\r\nc\r\n" + last, "no end", {"b\r\nTimelimit hit.\r\n", last}}};
+                      {"b\r\nTimelimit hit.\r\nc\r\n" + last, "no end", {"b\r\nTimelimit hit.\r\n", last}},
+                      {filler + "b\r\nTimelimit hit.\r\n" + last, "", {filler + "b\r\nTimelimit hit.\r\n", last}}};
+  ScratchDir dir;
   for (const Log& log : logs) {
-    const std::string& lines = log.lines;
+    std::vector<MarkerBytes> markers;
+    for (std::size_t begin = 0, end; begin < log.lines.size(); begin = end + 1) {
+      end = log.lines.find_first_of("\r\n", begin);
+      if (const auto row = MatchMarkerOf(std::string_view(log.lines).substr(begin, end - begin)))
+        markers.push_back({*row, begin, end + 1});
+    }
+    WriteBytes(dir / "game.log", log.lines + log.tail);
+    const int fd = ::open((dir / "game.log").c_str(), O_RDONLY);
+    const auto [digest, stretches] =
+        DigestLog(fd, log.lines.size() + log.tail.size(), log.lines.size(), markers, true);
+    EXPECT_EQ(digest, Sha256Of(log.lines + log.tail));
     std::vector<std::string> expected;
     for (const std::string& stretch : log.stretches) expected.push_back(Sha256Of(stretch));
-    for (std::size_t cut = 0; cut <= lines.size(); ++cut) {
-      if (cut > 0 && lines[cut - 1] != '\r' && lines[cut - 1] != '\n') continue;
-      SpanDigests digests;
-      for (const std::string_view piece : {std::string_view(lines).substr(0, cut), std::string_view(lines).substr(cut)}) {
-        std::vector<SpanDigests::Marker> markers;
-        for (std::size_t begin = 0, end; begin < piece.size(); begin = end + 1) {
-          end = piece.find_first_of("\r\n", begin);
-          if (const auto row = MatchMarkerOf(piece.substr(begin, end - begin))) markers.push_back({*row, begin, end + 1});
-        }
-        digests.Add(piece, markers);
-      }
-      std::vector<std::string> stretches;
-      EXPECT_EQ(digests.Finish(log.tail, stretches), Sha256Of(lines + log.tail));
-      EXPECT_EQ(stretches, expected) << "cut after " << cut << " bytes";
-    }
+    EXPECT_EQ(stretches, expected) << log.stretches.size();
   }
 }
 
