@@ -390,11 +390,16 @@ void DigestBeside(const LogText& text, bool read_all, std::vector<MarkerBytes> m
     busy += pending.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
   if (busy >= 2) sheet.PendingDigests[sheet.PendingDigests.size() - busy].wait();
   const std::uint64_t size = text.BytesRead(), lines_end = size - text.Tail().size();
+  // Closed with the work, done or not (a run given up before it awaits them).
+  const std::shared_ptr<int> log(new int(fd), [](int* open) {
+    ::close(*open);
+    delete open;
+  });
   // A thread when one can be had; else the digests are worked out when awaited.
   sheet.PendingDigests.push_back(std::async(
       std::launch::async | std::launch::deferred,
-      [fd, size, lines_end, markers = std::move(markers), stretches = sheet.DigestsSpans] {
-        return DigestLog(fd, size, lines_end, markers, stretches);
+      [log, size, lines_end, markers = std::move(markers), stretches = sheet.DigestsSpans] {
+        return DigestLog(*log, size, lines_end, markers, stretches);
       }));
 }
 

@@ -117,14 +117,10 @@ std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t
   std::uint64_t at = 0;
   while (at < size) {
     const ssize_t got = ::pread(fd, piece.data(), std::min<std::uint64_t>(piece.size(), size - at), static_cast<off_t>(at));
-    if (got <= 0) {
-      ::close(fd);
-      return {"", {}};
-    }
+    if (got <= 0) return {"", {}};
     hasher.Add(std::string_view(piece.data(), static_cast<std::size_t>(got)), at);
     at += static_cast<std::uint64_t>(got);
   }
-  ::close(fd);
   return hasher.Finish();
 }
 

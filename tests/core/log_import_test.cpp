@@ -1,6 +1,7 @@
 // Import of a log into List1 and its three side files, byte for byte.
 
 #include <fcntl.h>
+#include <unistd.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -209,6 +210,7 @@ TEST(DigestLog, HashesTheLogAndEachStretchWhole) {
     const int fd = ::open((dir / "game.log").c_str(), O_RDONLY);
     const auto [digest, stretches] =
         DigestLog(fd, log.lines.size() + log.tail.size(), log.lines.size(), markers, true);
+    ::close(fd);
     EXPECT_EQ(digest, Sha256Of(log.lines + log.tail));
     std::vector<std::string> expected;
     for (const std::string& stretch : log.stretches) expected.push_back(Sha256Of(stretch));
