@@ -86,7 +86,7 @@ bool LogText::NextPiece(LinesBuffer& piece, OnRead&& on_read) {
   if (file_ == nullptr || std::feof(file_) || error_ != 0) return false;
   piece.size = 0;
   piece.Reserve(carry_.size + kReadPiece);
-  std::memcpy(piece.data.get(), carry_.data.get(), carry_.size);
+  if (carry_.size > 0) std::memcpy(piece.data.get(), carry_.data.get(), carry_.size);
   piece.size = carry_.size;
   piece.end_before = carry_.end_before;
   piece.offset = carry_.offset;
@@ -106,7 +106,7 @@ bool LogText::NextPiece(LinesBuffer& piece, OnRead&& on_read) {
     if (cut > 0 || at_end) {
       carry_.size = 0;
       carry_.Reserve(piece.size - cut);
-      std::memcpy(carry_.data.get(), piece.data.get() + cut, piece.size - cut);
+      if (piece.size > cut) std::memcpy(carry_.data.get(), piece.data.get() + cut, piece.size - cut);
       carry_.size = piece.size - cut;
       carry_.end_before = cut > 0 ? piece.data[cut - 1] : piece.end_before;
       carry_.offset = piece.offset + cut;
