@@ -5,6 +5,8 @@
 // line up waits on memory twice (its slot, then its bytes) instead of three
 // times, and a batch asks for both a few lines ahead. A copy taken now and
 // then lets other threads look lines up while this one adds new ones.
+// Each line carries a text of its own (the import's: the line without its
+// colour codes), kept right after its bytes, where a lookup has just been.
 
 #include <cstddef>
 #include <cstdint>
@@ -18,14 +20,20 @@ class LineSet {
   static constexpr std::uint32_t kUnknown = UINT32_MAX;
 
   LineSet();
-  // The line's number (its hash from std::hash), added when new.
-  std::uint32_t Number(std::string_view line, std::size_t hash);
+  // Makes the text a new line carries.
+  using TextOf = std::string (*)(std::string_view line);
+
+  // The line's number (its hash from std::hash), added with text_of(line) when new.
+  std::uint32_t Number(std::string_view line, std::size_t hash, TextOf text_of);
   // Numbers the lines whose number is kUnknown, adding them when new.
   void NumberUnknown(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
-                     std::vector<std::uint32_t>& numbers);
-  // The numbers of lines known to the set, kUnknown for the others.
+                     std::vector<std::uint32_t>& numbers, TextOf text_of);
+  // The numbers of lines known to the set, kUnknown for the others, and
+  // the texts they carry (valid while the set is; empty for the others).
   void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
-               std::vector<std::uint32_t>& numbers) const;
+               std::vector<std::uint32_t>& numbers, std::vector<std::string_view>& texts) const;
+  // The text the line numbered number carries.
+  std::string_view TextOfNumber(std::uint32_t number) const;
   std::size_t Size() const { return count_; }
 
  private:
@@ -38,15 +46,19 @@ class LineSet {
     std::uint64_t start_and_tag = 0;
   };
   static constexpr int kStartBits = 40;
+  static constexpr std::uint64_t kStartMask = (std::uint64_t{1} << kStartBits) - 1;
 
   // Where the line stands, or the free slot where it would go.
   std::size_t SlotOf(std::string_view line, std::size_t hash) const;
+  // The text kept after the bytes that start at start and run for length.
+  std::string_view TextAfter(std::uint64_t start, std::uint32_t length) const;
   void Prefetch(std::size_t hash, bool bytes) const;
   void Grow();
 
   std::vector<char> bytes_;
   std::vector<Slot> slots_;  // open addressing, at most half full
   std::vector<std::size_t> hashes_;  // by number, so that growing hashes nothing again
+  std::vector<std::uint64_t> text_at_;  // by number: where its text's length stands in bytes_
   std::size_t count_ = 0;
   std::vector<std::size_t> unknown_;  // NumberUnknown's, kept for its capacity
 };

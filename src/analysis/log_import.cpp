@@ -163,6 +163,7 @@ struct SortedPiece {
   std::vector<std::string_view> kept;  // into lines
   std::vector<std::size_t> kept_hashes;
   std::vector<std::uint32_t> kept_in_set;  // their numbers among the distinct kept lines, when known
+  std::vector<std::string_view> kept_texts;  // and then their texts without colour codes
   std::vector<std::uint64_t> kept_numbers;  // when places are kept
   std::vector<std::string_view> all;  // every line, into lines
   std::vector<LineFate> fates;        // parallel to all
@@ -183,6 +184,7 @@ struct SortedPiece {
     kept.clear();
     kept_hashes.clear();
     kept_in_set.clear();
+    kept_texts.clear();
     kept_numbers.clear();
     markers.clear();
     marker_lines.clear();
@@ -233,9 +235,10 @@ void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
 // never kept are ignored after all and leave the kept lines.
 void DropNeverKept(SortedPiece& piece, const LineSet* known) {
   if (known != nullptr) {
-    known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set);
+    known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set, piece.kept_texts);
   } else {
     piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
+    piece.kept_texts.assign(piece.kept.size(), {});
   }
   std::size_t kept = 0, out = 0;
   for (std::size_t i = 0; i < piece.all.size(); ++i) {
@@ -246,6 +249,7 @@ void DropNeverKept(SortedPiece& piece, const LineSet* known) {
       piece.kept[out] = piece.kept[kept];
       piece.kept_hashes[out] = piece.kept_hashes[kept];
       piece.kept_in_set[out] = piece.kept_in_set[kept];
+      piece.kept_texts[out] = piece.kept_texts[kept];
       if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[kept];
       ++out;
     }
@@ -254,6 +258,7 @@ void DropNeverKept(SortedPiece& piece, const LineSet* known) {
   piece.kept.resize(out);
   piece.kept_hashes.resize(out);
   piece.kept_in_set.resize(out);
+  piece.kept_texts.resize(out);
   if (!piece.kept_numbers.empty()) piece.kept_numbers.resize(out);
 }
 
@@ -267,8 +272,13 @@ void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
     const std::string_view line = piece.all[i];
     switch (piece.fates[i]) {
       case LineFate::kKept:
+        // A line seen before brings its text without colour codes along.
+        if (needs.log_output && piece.kept_in_set[kept] != LineSet::kUnknown) {
+          AppendLine(piece.log_output, piece.kept_texts[kept]);
+        } else if (needs.log_output) {
+          AppendLineStripped(piece.log_output, line);
+        }
         ++kept;
-        if (needs.log_output) AppendLineStripped(piece.log_output, line);
         break;
       case LineFate::kIgnored:
         if (needs.ignored) AppendLine(piece.ignored, line);
@@ -325,10 +335,10 @@ class SortedPieces {
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
     }
     WorksheetList& list = sheet_.List1;
-    lines_seen_.NumberUnknown(piece.kept, piece.kept_hashes, piece.kept_in_set);
+    lines_seen_.NumberUnknown(piece.kept, piece.kept_hashes, piece.kept_in_set, StripColorCodes);
     for (std::size_t i = 0; i < piece.kept.size(); ++i) {
       const std::uint32_t number = piece.kept_in_set[i];
-      if (number == stripped_.size()) stripped_.push_back(list.Pool().Intern(StripColorCodes(piece.kept[i])));
+      if (number == stripped_.size()) stripped_.push_back(list.Pool().Intern(lines_seen_.TextOfNumber(number)));
       list.AppendId(stripped_[number], PlaceOf(piece, i));
     }
     kept_before_ += piece.kept.size();
