@@ -6,56 +6,33 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <cstring>
 #include <chrono>
+#include <cstring>
 #include <filesystem>
 #include <future>
 #include <memory>
 #include <mutex>
 #include <vector>
 
-#include "analysis/line_scan.h"
 #include "analysis/line_set.h"
 #include "analysis/ordered_work.h"
+#include "analysis/piece_sorting.h"
 #include "analysis/span_digests.h"
 #include "analysis/text_file.h"
-#include "analysis/text_ops.h"
 #include "analysis/worker_threads.h"
 
 namespace vantor {
 
 namespace {
 
-constexpr std::array<std::string_view, 11> kColorCodes = {"^1", "^2", "^3", "^4", "^5", "^6",
-                                                          "^7", "^8", "^9", "^0", "^"};
-
 std::string ReadFailure(const std::string& path, int error) {
   return "Could not read " + path + ": " + std::strerror(error);
-}
-
-// Without two carets in a row, removing one code never joins a caret to a
-// digit, so the codes can all go in one pass: each caret, with the digit
-// after it when there is one. Appended to out, the runs between carets
-// copied whole.
-void AppendSeparateCodesStripped(std::string& out, std::string_view line) {
-  for (std::size_t from = 0;;) {
-    const std::size_t caret = line.find('^', from);
-    out.append(line.substr(from, caret - from));
-    if (caret == std::string_view::npos) return;
-    const bool digit = caret + 1 < line.size() && line[caret + 1] >= '0' && line[caret + 1] <= '9';
-    from = caret + (digit ? 2 : 1);
-  }
 }
 
 void Report(Host& host, const IoResult& result) {
   if (!result.ok) host.ShowMessage(result.message, MessageIcon::kCritical);
 }
-
-}  // namespace
-
-namespace {
 
 // What a file is when it is no regular file; empty for a regular one.
 std::string_view KindOf(mode_t mode) {
@@ -110,195 +87,7 @@ LogText ReadLogText(const std::string& fileName, Host& host) {
   return LogText(file);
 }
 
-void AppendColorCodesStripped(std::string& out, std::string_view line) {
-  if (line.find("^^") == std::string_view::npos) return AppendSeparateCodesStripped(out, line);
-  std::string text(line);
-  for (std::string_view code : kColorCodes) {
-    if (text.find(code) != std::string::npos) text = ReplaceAll(text, code, "");
-  }
-  out.append(text);
-}
-
-std::string StripColorCodes(std::string_view line) {
-  std::string text;
-  text.reserve(line.size());
-  AppendColorCodesStripped(text, line);
-  return text;
-}
-
 namespace {
-
-const TextSearcher kSentryDown("Sentry Gun was destroyed by ");
-// Lines with these texts are never kept, coloured or not.
-const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearcher("connected"),
-                                   TextSearcher("Unpure client detected"),
-                                   TextSearcher("Server command overflow")};
-
-}  // namespace
-
-LineFate ClassifyBeforeNeverKept(std::string_view line, bool has_colon, bool has_code7) {
-  // Anything with a colon is somebody talking; coloured chat is kept apart.
-  if (has_colon) return has_code7 ? LineFate::kChat : LineFate::kIgnored;
-  if (!has_code7 && !kSentryDown.In(line)) return LineFate::kIgnored;
-  return LineFate::kKept;
-}
-
-bool HoldsANeverKeptText(std::string_view line) {
-  for (const TextSearcher& never_kept : kNeverKept) {
-    if (never_kept.In(line)) return true;
-  }
-  return false;
-}
-
-namespace {
-
-// A piece of a log and what the import makes of its lines. Sorting a piece
-// needs nothing from the pieces before it, so pieces are sorted side by
-// side; their results are taken up in log order (OrderedWork). Numbers are
-// counted from the start of the piece.
-struct SortedPiece {
-  LinesBuffer lines;
-  LineScan scan;
-  std::string ignored, chat, log_output;  // the side files' bytes, line ends included
-  std::vector<std::string_view> kept;  // into lines
-  std::vector<std::size_t> kept_hashes;
-  std::vector<std::uint32_t> kept_in_set;  // their numbers among the distinct kept lines, when known
-  std::vector<std::string_view> kept_texts;  // and then their texts without colour codes
-  std::vector<std::uint64_t> kept_numbers;  // when places are kept
-  std::vector<std::string_view> all;  // every line, into lines
-  std::vector<LineFate> fates;        // parallel to all
-  struct Marker {
-    std::uint64_t number;
-    std::size_t row, kept_before;  // while sorting: the line's index in all
-  };
-  std::vector<Marker> markers;
-  std::vector<MarkerBytes> marker_lines;  // parallel to markers, in the piece's bytes
-  std::uint64_t line_count = 0;
-
-  void Clear() {
-    all.clear();
-    fates.clear();
-    ignored.clear();
-    chat.clear();
-    log_output.clear();
-    kept.clear();
-    kept_hashes.clear();
-    kept_in_set.clear();
-    kept_texts.clear();
-    kept_numbers.clear();
-    markers.clear();
-    marker_lines.clear();
-  }
-};
-
-// What the sorting of a piece writes down.
-struct SortingNeeds {
-  bool ignored, chat, log_output, numbers, markers;
-};
-
-void AppendLine(std::string& bytes, std::string_view line) {
-  bytes.append(line);
-  bytes.append("\r\n");
-}
-
-void AppendLineStripped(std::string& bytes, std::string_view line) {
-  AppendColorCodesStripped(bytes, line);
-  bytes.append("\r\n");
-}
-
-// Each line's fate as far as it is decided without the texts that are
-// never kept; the lines that may be kept are hashed.
-void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
-  PhysicalLines numbers(piece.lines.end_before);
-  piece.scan.Scan(piece.lines.Bytes());
-  piece.scan.ForEachLine([&](std::string_view line, char end, bool has_colon, bool has_code7) {
-    const std::uint64_t number = numbers.Number(line, end);
-    if (needs.markers) {
-      if (const auto row = MatchMarkerOf(line)) {
-        piece.markers.push_back({number, *row, piece.all.size()});
-        const auto begin = static_cast<std::size_t>(line.data() - piece.lines.data.get());
-        piece.marker_lines.push_back({*row, begin, begin + line.size() + 1});
-      }
-    }
-    const LineFate fate = ClassifyBeforeNeverKept(line, has_colon, has_code7);
-    piece.all.push_back(line);
-    piece.fates.push_back(fate);
-    if (fate != LineFate::kKept) return;
-    piece.kept.push_back(line);
-    piece.kept_hashes.push_back(std::hash<std::string_view>{}(line));
-    if (needs.numbers) piece.kept_numbers.push_back(number);
-  });
-  piece.line_count = numbers.Count();
-}
-
-// A line kept before is kept again; the others that hold a text that is
-// never kept are ignored after all and leave the kept lines.
-void DropNeverKept(SortedPiece& piece, const LineSet* known) {
-  if (known != nullptr) {
-    known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set, piece.kept_texts);
-  } else {
-    piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
-    piece.kept_texts.assign(piece.kept.size(), {});
-  }
-  std::size_t kept = 0, out = 0;
-  for (std::size_t i = 0; i < piece.all.size(); ++i) {
-    if (piece.fates[i] != LineFate::kKept) continue;
-    if (piece.kept_in_set[kept] == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
-      piece.fates[i] = LineFate::kIgnored;
-    } else {
-      piece.kept[out] = piece.kept[kept];
-      piece.kept_hashes[out] = piece.kept_hashes[kept];
-      piece.kept_in_set[out] = piece.kept_in_set[kept];
-      piece.kept_texts[out] = piece.kept_texts[kept];
-      if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[kept];
-      ++out;
-    }
-    ++kept;
-  }
-  piece.kept.resize(out);
-  piece.kept_hashes.resize(out);
-  piece.kept_in_set.resize(out);
-  piece.kept_texts.resize(out);
-  if (!piece.kept_numbers.empty()) piece.kept_numbers.resize(out);
-}
-
-// The side files' bytes in line order; the markers learn how many kept
-// lines come before them.
-void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
-  std::size_t kept = 0, marker = 0;
-  for (std::size_t i = 0; i < piece.all.size(); ++i) {
-    for (; marker < piece.markers.size() && piece.markers[marker].kept_before == i; ++marker)
-      piece.markers[marker].kept_before = kept;
-    const std::string_view line = piece.all[i];
-    switch (piece.fates[i]) {
-      case LineFate::kKept:
-        // A line seen before brings its text without colour codes along.
-        if (needs.log_output && piece.kept_in_set[kept] != LineSet::kUnknown) {
-          AppendLine(piece.log_output, piece.kept_texts[kept]);
-        } else if (needs.log_output) {
-          AppendLineStripped(piece.log_output, line);
-        }
-        ++kept;
-        break;
-      case LineFate::kIgnored:
-        if (needs.ignored) AppendLine(piece.ignored, line);
-        break;
-      case LineFate::kChat:
-        if (needs.chat) AppendLineStripped(piece.chat, line);
-        if (needs.ignored) AppendLineStripped(piece.ignored, line);
-        break;
-    }
-  }
-}
-
-// Most kept lines repeat earlier ones, and known lines need no search for
-// the texts that are never kept: they are looked up in a batch first.
-void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet* known) {
-  piece.Clear();
-  SortFirst(piece, needs);
-  DropNeverKept(piece, known);
-  WriteSideBytes(piece, needs);
-}
 
 // Sorted pieces taken up in log order: side-file bytes written, markers
 // placed, kept lines stripped of their colour codes once per distinct line
@@ -440,9 +229,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
       [&](SortedPiece& piece) { SortLines(piece, needs, sorted.Known().get()); },
       [&](SortedPiece& piece) { sorted.TakeUp(piece); });
   SortedPiece piece;
-  const auto on_read = [&](std::uint64_t read, std::string_view bytes) {
-    host.ReadingProgress(read, size);
-  };
+  const auto on_read = [&](std::uint64_t read) { host.ReadingProgress(read, size); };
   while (text.NextPiece(piece.lines, on_read)) piece = work.Hand(std::move(piece));
   work.Finish();
   const bool read_all = text.Error() == 0;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "analysis/host.h"
+#include "analysis/line_rules.h"
 #include "analysis/log_pieces.h"
 #include "analysis/output_plan.h"
 #include "analysis/worksheet.h"
@@ -27,10 +28,6 @@ std::string ResolvedLogPath(const std::string& path);
 // the empty text; so does one that cannot be read, with a message saying why.
 LogText ReadLogText(const std::string& fileName, Host& host);
 
-// The line without its colour codes ("^1" to "^9", "^0", removed in this
-// order, each on the result of the one before) and without any caret left.
-std::string StripColorCodes(std::string_view line);
-
 // Reads the log fileName into List1 (after the rows already there), writing
 // logoutput.txt (all of List1 afterwards), ignored.txt and chat.txt into
 // side_dir. Problems are shown through host; the import goes on as far as
@@ -39,14 +36,5 @@ std::string StripColorCodes(std::string_view line);
 // an empty side_dir writes no side files at all.
 void ImportLog(const std::string& fileName, const std::string& side_dir, Host& host, OutputPlan& plan,
                Worksheet& sheet);
-
-// What the import does with one line of the log.
-enum class LineFate { kKept, kIgnored, kChat };
-// In two steps: all but the texts that are never kept (kKept: kept unless
-// the line holds one of them), given whether the line holds a colon and a
-// "^7"; and whether it holds one of those texts. A line the import kept
-// before is kept again without the second step.
-LineFate ClassifyBeforeNeverKept(std::string_view line, bool has_colon, bool has_code7);
-bool HoldsANeverKeptText(std::string_view line);
 
 }  // namespace vantor

@@ -56,9 +56,8 @@ class LogText {
   LogText& operator=(LogText&&) = delete;
 
   // Fills piece with the next whole lines (about kReadPiece bytes, more for
-  // a longer line); false at the end of the text. on_read(bytes read so far,
-  // the bytes just read) sees every byte of the file, the text after the
-  // last line end included.
+  // a longer line); false at the end of the text. on_read(bytes read so
+  // far) follows every read, the text after the last line end included.
   template <typename OnRead>
   bool NextPiece(LinesBuffer& piece, OnRead&& on_read);
   // The errno of a read that failed part way; 0 when none did.
@@ -93,7 +92,7 @@ bool LogText::NextPiece(LinesBuffer& piece, OnRead&& on_read) {
   for (;;) {
     piece.Reserve(kReadPiece);
     const std::size_t got = std::fread(piece.data.get() + piece.size, 1, kReadPiece, file_);
-    on_read(read_ += got, std::string_view(piece.data.get() + piece.size, got));
+    on_read(read_ += got);
     piece.size += got;
     const bool at_end = got < kReadPiece;
     if (at_end && std::ferror(file_) != 0) error_ = errno != 0 ? errno : EIO;
