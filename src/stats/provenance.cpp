@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <unordered_map>
 
 #include "analysis/text_ops.h"
 #include "events/message_rules.h"
@@ -97,36 +96,78 @@ Count EventsBehind(const RunRecord& run, std::size_t slot, CountKind kind) {
   return n;
 }
 
-std::vector<KillCount> KillMatrix(const RunRecord& run) {
-  const CountedEvents& e = run.events;
-  // Names by pool id, each ranked by its first appearance; a log has
-  // millions of kills among a few dozen names, so cells are counted by id.
-  constexpr std::size_t kUnranked = static_cast<std::size_t>(-1);
-  std::vector<std::size_t> rank_of;
-  std::size_t ranked = 0;
-  const auto rank = [&](TextId name) {
-    if (rank_of.size() <= name) rank_of.resize(name + 1, kUnranked);
-    if (rank_of[name] == kUnranked) rank_of[name] = ranked++;
-    return rank_of[name];
-  };
-  std::vector<std::optional<bool>> suicide_method;                             // by pool id, looked up once
-  std::unordered_map<std::uint64_t, std::pair<std::size_t, KillCount>> cells;  // by killer and victim id
-  for (std::size_t m = 0; m < e.killer.Count(); ++m) {
-    const TextId method = e.method.IdAt(m);
-    if (suicide_method.size() <= method) suicide_method.resize(method + 1);
-    if (!suicide_method[method]) suicide_method[method] = e.method.At(m) == kSuicideMethod;
-    if (*suicide_method[method] && e.killer.At(m) == kSuicideKiller) continue;
-    const TextId killer = e.killer.IdAt(m), victim = e.victim.IdAt(m);
-    const std::size_t order = rank(killer) << 32 | rank(victim);
-    auto& [key, cell] = cells[std::uint64_t{killer} << 32 | victim];
-    if (cell.kills++ == 0) cell = {e.killer.At(m), e.victim.At(m), 1}, key = order;
+namespace {
+
+// The kills the matrix counts (suicides are nobody's kill), each name
+// ranked by its first appearance among them.
+class CountedKills {
+ public:
+  explicit CountedKills(const CountedEvents& events) : e_(events) {
+    ForEach([&](TextId killer, TextId victim) {
+      Rank(killer);
+      Rank(victim);
+    });
   }
-  std::vector<std::pair<std::size_t, KillCount>> sorted;
-  for (auto& [ids, cell] : cells) sorted.push_back(std::move(cell));
-  // By killer, then victim, each in order of first appearance.
-  std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+
+  // Calls on_kill(killer's rank, victim's rank) for each kill in order.
+  template <typename OnKill>
+  void ForEachRanked(OnKill on_kill) const {
+    ForEach([&](TextId killer, TextId victim) { on_kill(rank_of_[killer], rank_of_[victim]); });
+  }
+  const std::vector<TextId>& Names() const { return names_; }  // by rank
+
+ private:
+  template <typename OnKill>
+  void ForEach(OnKill on_kill) const {
+    for (std::size_t m = 0; m < e_.killer.Count(); ++m) {
+      if (!IsSuicide(m)) on_kill(e_.killer.IdAt(m), e_.victim.IdAt(m));
+    }
+  }
+  bool IsSuicide(std::size_t m) const {
+    const TextId method = e_.method.IdAt(m);
+    if (suicide_method_.size() <= method) suicide_method_.resize(method + std::size_t{1});
+    if (!suicide_method_[method]) suicide_method_[method] = e_.method.At(m) == kSuicideMethod;
+    return *suicide_method_[method] && e_.killer.At(m) == kSuicideKiller;
+  }
+  void Rank(TextId name) {
+    if (rank_of_.size() <= name) rank_of_.resize(name + std::size_t{1}, kUnranked);
+    if (rank_of_[name] != kUnranked) return;
+    rank_of_[name] = static_cast<std::uint32_t>(names_.size());
+    names_.push_back(name);
+  }
+
+  static constexpr std::uint32_t kUnranked = UINT32_MAX;
+  const CountedEvents& e_;
+  mutable std::vector<std::optional<bool>> suicide_method_;  // by pool id, looked up once
+  std::vector<std::uint32_t> rank_of_;                        // by pool id
+  std::vector<TextId> names_;
+};
+
+}  // namespace
+
+std::vector<KillCount> KillMatrix(const RunRecord& run) {
+  // A log has millions of kills among a few dozen names: cells are counted
+  // by rank, in a table of every pair when it is small enough, else in a
+  // map; either way in order of killer, then victim.
+  const CountedKills kills(run.events);
+  const std::size_t names = kills.Names().size();
+  constexpr std::size_t kMaxTable = std::size_t{1} << 24;
+  std::vector<std::pair<std::uint64_t, Count>> cells;  // killer rank << 32 | victim rank
+  if (names * names <= kMaxTable) {
+    std::vector<Count> table(names * names);
+    kills.ForEachRanked([&](std::size_t killer, std::size_t victim) { ++table[killer * names + victim]; });
+    for (std::size_t cell = 0; cell < table.size(); ++cell) {
+      if (table[cell] != 0) cells.emplace_back(std::uint64_t{cell / names} << 32 | cell % names, table[cell]);
+    }
+  } else {
+    std::map<std::uint64_t, Count> map;
+    kills.ForEachRanked([&](std::uint64_t killer, std::uint64_t victim) { ++map[killer << 32 | victim]; });
+    cells.assign(map.begin(), map.end());
+  }
+  const StringPool& pool = run.events.killer.Pool();
   std::vector<KillCount> matrix;
-  for (auto& [order, cell] : sorted) matrix.push_back(std::move(cell));
+  for (const auto& [ranks, count] : cells)
+    matrix.push_back({pool.Text(kills.Names()[ranks >> 32]), pool.Text(kills.Names()[ranks & UINT32_MAX]), count});
   return matrix;
 }
 

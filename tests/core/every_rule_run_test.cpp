@@ -15,6 +15,7 @@
 
 #include "analysis/analysis_run.h"
 #include "support/rule_samples.h"
+#include "stats/provenance.h"
 #include "support/session.h"
 
 namespace vantor::testing {
@@ -58,6 +59,12 @@ std::string Total(const Ints& counts) {
   return row + "</tr>\r\n";
 }
 
+std::string Cells(const std::vector<KillCount>& matrix) {
+  std::string cells;
+  for (const KillCount& cell : matrix) cells += cell.killer + ">" + cell.victim + ":" + std::to_string(cell.kills) + " ";
+  return cells;
+}
+
 TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
   Session session;
   auto& [dir, host, form] = session;
@@ -76,6 +83,8 @@ TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
     for (std::size_t c = 0; c < 11; ++c) EXPECT_EQ(host.table[c].At(r), rows[r][c]) << r << "," << c;
   }
   EXPECT_EQ(form.List2.Rows(), (V{"Wraith", "Himself"}));  // what no member's count took
+  // Killers, then victims, in order of first appearance; suicides are nobody's kill.
+  EXPECT_EQ(Cells(KillMatrix(*form.LastRun())), "Kira>Vicky:1035 Ghost>Vicky:1 Shade>Ghost:1 Wraith>Shade:1 ");
   EXPECT_EQ(ReadBytes(dir / "chat.txt"), "Kira: gg, reconnected fine\r\n");
   EXPECT_EQ(ReadBytes(dir / "unknown.txt"), "Vote passed\r\n\r\n");
   EXPECT_TRUE(host.messages.empty());
@@ -111,6 +120,19 @@ TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
     EXPECT_EQ(report.find("<font color", at), report.find("<font color", end))
         << heading << ": a row too many";
   }
+}
+
+// Thousands of names count their cells apart from a table of every pair,
+// in the same order.
+TEST(KillMatrixOfManyNames, CountsByKillerThenVictimInOrderOfFirstAppearance) {
+  Session session;
+  std::string log;
+  for (int i = 0; i < 5000; ++i) log += "^1V" + std::to_string(i) + "^7 was railed by ^4K" + std::to_string(i) + "\n";
+  session.Open("crowd.log", log + "^1V1^7 was railed by ^4K0\n^1V0^7 was railed by ^4K0\n");
+  OpenRun(session.form);
+  const std::vector<KillCount> matrix = KillMatrix(*session.form.LastRun());
+  ASSERT_EQ(matrix.size(), 5001u);
+  EXPECT_EQ(Cells({matrix[0], matrix[1], matrix[2], matrix[5000]}), "K0>V0:2 K0>V1:1 K1>V1:1 K4999>V4999:1 ");
 }
 
 }  // namespace
