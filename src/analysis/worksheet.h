@@ -30,8 +30,8 @@ struct Worksheet {
 
   // The logs of the run, by SourceLine::file; kept with the places.
   std::vector<std::string> SourceFiles;
-  // Per log of SourceFiles, the SHA-256 of its bytes when the import worked
-  // it out (a run that records markers), else "".
+  // Per log of SourceFiles, the SHA-256 of its bytes when the run records
+  // markers (once AwaitDigests has collected it), else "".
   std::vector<std::string> SourceDigests;
   // The lines of the logs imported so far, as a text editor numbers them.
   std::uint64_t LinesRead = 0;
