@@ -22,7 +22,7 @@ class BackgroundWriter {
 
  private:
   std::FILE* file_;
-  int error_ = 0;                     // the stage's thread alone sets it, before Finish returns
+  int error_ = 0;                   // the stage's thread alone sets it, before Finish returns
   OrderedWork<std::string> stage_;  // last: its thread uses the members above
 };
 

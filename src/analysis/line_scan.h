@@ -23,7 +23,8 @@ class LineScan {
     for (std::size_t word = 0; word < ends_.size(); ++word) {
       for (std::uint64_t bits = ends_[word]; bits != 0; bits &= bits - 1) {
         const std::size_t end = word * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
-        on_line(bytes_.substr(start, end - start), bytes_[end], Any(colons_, start, end), HasCode7(start, end));
+        on_line(bytes_.substr(start, end - start), bytes_[end], Any(colons_, start, end),
+                HasCode7(start, end));
         start = end + 1;
       }
     }

@@ -30,8 +30,7 @@ std::size_t LineSet::SlotOf(std::string_view line, std::size_t hash) const {
   for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
     const Slot& slot = slots_[at];
     if (slot.number_plus_one == 0) return at;
-    if (slot.length != line.size() || (slot.start_and_tag & ~kStartMask) != tag)
-      continue;
+    if (slot.length != line.size() || (slot.start_and_tag & ~kStartMask) != tag) continue;
     if (std::memcmp(bytes_.data() + (slot.start_and_tag ^ tag), line.data(), line.size()) == 0) return at;
   }
 }
@@ -43,9 +42,7 @@ std::string_view LineSet::TextAfter(std::uint64_t start, std::uint32_t length) c
   return {at + sizeof text_length, text_length};
 }
 
-std::string_view LineSet::TextOfNumber(std::uint32_t number) const {
-  return TextAfter(text_at_[number], 0);
-}
+std::string_view LineSet::TextOfNumber(std::uint32_t number) const { return TextAfter(text_at_[number], 0); }
 
 std::uint32_t LineSet::Number(std::string_view line, std::size_t hash, TextOf text_of) {
   const std::size_t at = SlotOf(line, hash);
@@ -68,8 +65,9 @@ std::uint32_t LineSet::Number(std::string_view line, std::size_t hash, TextOf te
   return number;
 }
 
-void LineSet::NumberUnknown(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
-                            std::vector<std::uint32_t>& numbers, TextOf text_of) {
+void LineSet::NumberUnknown(const std::vector<std::string_view>& lines,
+                            const std::vector<std::size_t>& hashes, std::vector<std::uint32_t>& numbers,
+                            TextOf text_of) {
   std::vector<std::size_t>& unknown = unknown_;
   unknown.clear();
   for (std::size_t i = 0; i < numbers.size(); ++i) {
@@ -92,8 +90,7 @@ void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vec
     const Slot& slot = slots_[SlotOf(lines[i], hashes[i])];
     numbers[i] = slot.number_plus_one - 1;  // free: kUnknown
     texts[i] = slot.number_plus_one == 0 ? std::string_view()
-                                         : TextAfter((slot.start_and_tag & kStartMask),
-                                                     slot.length);
+                                         : TextAfter((slot.start_and_tag & kStartMask), slot.length);
   }
 }
 

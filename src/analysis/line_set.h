@@ -56,8 +56,8 @@ class LineSet {
   void Grow();
 
   std::vector<char> bytes_;
-  std::vector<Slot> slots_;  // open addressing, at most half full
-  std::vector<std::size_t> hashes_;  // by number, so that growing hashes nothing again
+  std::vector<Slot> slots_;             // open addressing, at most half full
+  std::vector<std::size_t> hashes_;     // by number, so that growing hashes nothing again
   std::vector<std::uint64_t> text_at_;  // by number: where its text's length stands in bytes_
   std::size_t count_ = 0;
   std::vector<std::size_t> unknown_;  // NumberUnknown's, kept for its capacity

@@ -118,7 +118,8 @@ class SortedPieces {
     chat_.WriteRaw(piece.chat);
     log_output_.WriteRaw(piece.log_output);
     for (const MarkerBytes& marker : piece.marker_lines)
-      marker_bytes_.push_back({marker.row, piece.lines.offset + marker.begin, piece.lines.offset + marker.end});
+      marker_bytes_.push_back(
+          {marker.row, piece.lines.offset + marker.begin, piece.lines.offset + marker.end});
     for (const SortedPiece::Marker& marker : piece.markers) {
       sheet_.Markers.push_back(
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
@@ -127,7 +128,8 @@ class SortedPieces {
     lines_seen_.NumberUnknown(piece.kept, piece.kept_hashes, piece.kept_in_set, StripColorCodes);
     for (std::size_t i = 0; i < piece.kept.size(); ++i) {
       const std::uint32_t number = piece.kept_in_set[i];
-      if (number == stripped_.size()) stripped_.push_back(list.Pool().Intern(lines_seen_.TextOfNumber(number)));
+      if (number == stripped_.size())
+        stripped_.push_back(list.Pool().Intern(lines_seen_.TextOfNumber(number)));
       list.AppendId(stripped_[number], PlaceOf(piece, i));
     }
     kept_before_ += piece.kept.size();
@@ -195,11 +197,11 @@ void DigestBeside(const LogText& text, bool read_all, std::vector<MarkerBytes> m
     delete open;
   });
   // A thread when one can be had; else the digests are worked out when awaited.
-  sheet.PendingDigests.push_back(std::async(
-      std::launch::async | std::launch::deferred,
-      [log, size, lines_end, markers = std::move(markers), stretches = sheet.DigestsSpans] {
-        return DigestLog(*log, size, lines_end, markers, stretches);
-      }));
+  sheet.PendingDigests.push_back(
+      std::async(std::launch::async | std::launch::deferred,
+                 [log, size, lines_end, markers = std::move(markers), stretches = sheet.DigestsSpans] {
+                   return DigestLog(*log, size, lines_end, markers, stretches);
+                 }));
 }
 
 }  // namespace
@@ -240,7 +242,8 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   }
   sheet.LinesRead += sorted.Lines();
   if (sheet.RecordsMarkers) {
-    sheet.Markers.push_back({SourceLine::At(file, sorted.Lines() + 1), kMatchMarkers.size(), sorted.KeptBefore()});
+    sheet.Markers.push_back(
+        {SourceLine::At(file, sorted.Lines() + 1), kMatchMarkers.size(), sorted.KeptBefore()});
   }
   if (!read_all) host.ShowMessage(ReadFailure(file_name, text.Error()), MessageIcon::kCritical);
   log_output->WriteLine("");

@@ -21,7 +21,9 @@ std::uint64_t LogText::Size() const {
   return file_ != nullptr && ::fstat(::fileno(file_), &st) == 0 ? static_cast<std::uint64_t>(st.st_size) : 0;
 }
 
-int LogText::DuplicateFd() const { return file_ != nullptr ? ::fcntl(::fileno(file_), F_DUPFD_CLOEXEC, 0) : -1; }
+int LogText::DuplicateFd() const {
+  return file_ != nullptr ? ::fcntl(::fileno(file_), F_DUPFD_CLOEXEC, 0) : -1;
+}
 
 LogText::~LogText() {
   if (file_ != nullptr) std::fclose(file_);

@@ -38,7 +38,7 @@ class PhysicalLines {
 struct LinesBuffer {
   std::unique_ptr<char[]> data;
   std::size_t size = 0, capacity = 0;
-  char end_before = 0;      // the end of the line before the first, 0 at the start of the log
+  char end_before = 0;       // the end of the line before the first, 0 at the start of the log
   std::uint64_t offset = 0;  // where the first byte stands in the log
 
   std::string_view Bytes() const { return {data.get(), size}; }

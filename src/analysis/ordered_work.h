@@ -133,11 +133,11 @@ class OrderedWork {
     finishing_ = false;
   }
 
-  // Runs part; on an exception, records it and stops the work.
-  template <typename Part>
-  bool Try(Part&& part) {
+  // Runs step; on an exception, records it and stops the work.
+  template <typename Step>
+  bool Try(Step&& step) {
     try {
-      part();
+      step();
       return true;
     } catch (...) {
       std::lock_guard lock(mutex_);
@@ -151,7 +151,7 @@ class OrderedWork {
   std::function<void(Item&)> finish_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::deque<Entry> entries_;    // handed over, not yet finished, in order
+  std::deque<Entry> entries_;     // handed over, not yet finished, in order
   std::size_t next_to_work_ = 0;  // the first entry no thread has taken up
   std::deque<Item> spent_;
   bool finishing_ = false;

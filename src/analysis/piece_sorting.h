@@ -22,13 +22,13 @@ struct SortedPiece {
   LinesBuffer lines;
   LineScan scan;
   std::string ignored, chat, log_output;  // the side files' bytes, line ends included
-  std::vector<std::string_view> kept;  // into lines
+  std::vector<std::string_view> kept;     // into lines
   std::vector<std::size_t> kept_hashes;
-  std::vector<std::uint32_t> kept_in_set;  // their numbers among the distinct kept lines, when known
+  std::vector<std::uint32_t> kept_in_set;    // their numbers among the distinct kept lines, when known
   std::vector<std::string_view> kept_texts;  // and then their texts without colour codes
-  std::vector<std::uint64_t> kept_numbers;  // when places are kept
-  std::vector<std::string_view> all;  // every line, into lines
-  std::vector<LineFate> fates;        // parallel to all
+  std::vector<std::uint64_t> kept_numbers;   // when places are kept
+  std::vector<std::string_view> all;         // every line, into lines
+  std::vector<LineFate> fates;               // parallel to all
   struct Marker {
     std::uint64_t number;
     std::size_t row, kept_before;  // while sorting: the line's index in all

@@ -44,7 +44,8 @@ class StretchHasher {
     for (std::size_t done = 0; done < bytes.size();) {
       const std::uint64_t here = at + done;
       std::uint64_t to = at + bytes.size();
-      if (next_ < stretches_.size()) to = std::min(to, active_ ? stretches_[next_].end : stretches_[next_].begin);
+      if (next_ < stretches_.size())
+        to = std::min(to, active_ ? stretches_[next_].end : stretches_[next_].begin);
       Feed(bytes.substr(done, to - here));
       done += to - here;
       Step(to);
@@ -101,7 +102,8 @@ class StretchHasher {
 
 }  // namespace
 
-std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size, std::uint64_t lines_end,
+std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size,
+                                                           std::uint64_t lines_end,
                                                            const std::vector<MarkerBytes>& markers,
                                                            bool with_stretches) {
   std::vector<Stretch> stretches = with_stretches ? StretchesOf(markers, lines_end) : std::vector<Stretch>{};
@@ -109,14 +111,15 @@ std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t
   // A limit's line that ends in a CR takes the LF that follows as part of its line end.
   for (Stretch& stretch : stretches) {
     char pair[2];
-    if (stretch.limit && stretch.end < lines_end && ::pread(fd, pair, 2, static_cast<off_t>(stretch.end - 1)) == 2 &&
-        pair[0] == '\r' && pair[1] == '\n')
+    if (stretch.limit && stretch.end < lines_end &&
+        ::pread(fd, pair, 2, static_cast<off_t>(stretch.end - 1)) == 2 && pair[0] == '\r' && pair[1] == '\n')
       ++stretch.end;
   }
   StretchHasher hasher(std::move(stretches));
   std::uint64_t at = 0;
   while (at < size) {
-    const ssize_t got = ::pread(fd, piece.data(), std::min<std::uint64_t>(piece.size(), size - at), static_cast<off_t>(at));
+    const ssize_t got =
+        ::pread(fd, piece.data(), std::min<std::uint64_t>(piece.size(), size - at), static_cast<off_t>(at));
     if (got <= 0) return {"", {}};
     hasher.Add(std::string_view(piece.data(), static_cast<std::size_t>(got)), at);
     at += static_cast<std::uint64_t>(got);

@@ -28,7 +28,8 @@ struct MarkerBytes {
 // The log's digest ("" when it cannot be read again) and, when with_stretches,
 // each stretch's. fd is the log, open for reading; size the bytes the
 // import read; lines_end where its last line ends.
-std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size, std::uint64_t lines_end,
+std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size,
+                                                           std::uint64_t lines_end,
                                                            const std::vector<MarkerBytes>& markers,
                                                            bool with_stretches);
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 #include <future>
-#include <utility>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/match_markers.h"

@@ -170,7 +170,8 @@ std::optional<std::vector<MatchDigests>> MatchIdentities(const std::vector<std::
 std::vector<MatchDigests> IdentitiesOfSpans(const std::vector<std::string>& span_digests,
                                             const std::vector<Match>& matches) {
   std::vector<MatchDigests> identities(matches.size());
-  for (std::size_t m = 0; m < matches.size(); ++m) identities[m].identity = span_digests[matches[m].span.order];
+  for (std::size_t m = 0; m < matches.size(); ++m)
+    identities[m].identity = span_digests[matches[m].span.order];
   return identities;
 }
 

@@ -3,7 +3,9 @@
 // field in the tally table, its column and heading in the statistics table
 // (in the row's order, after the name), its label in the details window,
 // its name in the JSON and CSV exports, and the kind of flag event it
-// counts. Adding a count is one row here; every face reads it.
+// counts. Adding a count is one row here, its field in PlayerTally and
+// its name in CountKind below (a static_assert keeps the two in step);
+// every face reads the row.
 //
 // A slot's counts continue after these ten with its 42 weapon counts, named
 // after their method names.

@@ -111,7 +111,8 @@ void EventIndex::IndexFlags(const Worksheet& sheet) {
     Action& action = known->second;
     if (new_action) {
       action.colour = ColourOf(sheet.List6.At(j));
-      for (std::size_t k = 0; k < kFlagKindCount; ++k) action.kinds[k] = Contains(sheet.List6.At(j), kFlagKindNames[k]);
+      for (std::size_t k = 0; k < kFlagKindCount; ++k)
+        action.kinds[k] = Contains(sheet.List6.At(j), kFlagKindNames[k]);
     }
     for (std::size_t k = 0; k < kFlagKindCount; ++k) {
       if (!action.kinds[k]) continue;

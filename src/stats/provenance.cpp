@@ -139,7 +139,7 @@ class CountedKills {
   static constexpr std::uint32_t kUnranked = UINT32_MAX;
   const CountedEvents& e_;
   mutable std::vector<std::optional<bool>> suicide_method_;  // by pool id, looked up once
-  std::vector<std::uint32_t> rank_of_;                        // by pool id
+  std::vector<std::uint32_t> rank_of_;                       // by pool id
   std::vector<TextId> names_;
 };
 
@@ -167,7 +167,8 @@ std::vector<KillCount> KillMatrix(const RunRecord& run) {
   const StringPool& pool = run.events.killer.Pool();
   std::vector<KillCount> matrix;
   for (const auto& [ranks, count] : cells)
-    matrix.push_back({pool.Text(kills.Names()[ranks >> 32]), pool.Text(kills.Names()[ranks & UINT32_MAX]), count});
+    matrix.push_back(
+        {pool.Text(kills.Names()[ranks >> 32]), pool.Text(kills.Names()[ranks & UINT32_MAX]), count});
   return matrix;
 }
 

@@ -14,8 +14,8 @@
 #include <vector>
 
 #include "analysis/analysis_run.h"
-#include "support/rule_samples.h"
 #include "stats/provenance.h"
+#include "support/rule_samples.h"
 #include "support/session.h"
 
 namespace vantor::testing {
@@ -61,7 +61,8 @@ std::string Total(const Ints& counts) {
 
 std::string Cells(const std::vector<KillCount>& matrix) {
   std::string cells;
-  for (const KillCount& cell : matrix) cells += cell.killer + ">" + cell.victim + ":" + std::to_string(cell.kills) + " ";
+  for (const KillCount& cell : matrix)
+    cells += cell.killer + ">" + cell.victim + ":" + std::to_string(cell.kills) + " ";
   return cells;
 }
 
@@ -84,7 +85,8 @@ TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
   }
   EXPECT_EQ(form.List2.Rows(), (V{"Wraith", "Himself"}));  // what no member's count took
   // Killers, then victims, in order of first appearance; suicides are nobody's kill.
-  EXPECT_EQ(Cells(KillMatrix(*form.LastRun())), "Kira>Vicky:1035 Ghost>Vicky:1 Shade>Ghost:1 Wraith>Shade:1 ");
+  EXPECT_EQ(Cells(KillMatrix(*form.LastRun())),
+            "Kira>Vicky:1035 Ghost>Vicky:1 Shade>Ghost:1 Wraith>Shade:1 ");
   EXPECT_EQ(ReadBytes(dir / "chat.txt"), "Kira: gg, reconnected fine\r\n");
   EXPECT_EQ(ReadBytes(dir / "unknown.txt"), "Vote passed\r\n\r\n");
   EXPECT_TRUE(host.messages.empty());
@@ -127,7 +129,8 @@ TEST(EveryRuleRun, OpenRunCountsEveryRuleIntoItsColumn) {
 TEST(KillMatrixOfManyNames, CountsByKillerThenVictimInOrderOfFirstAppearance) {
   Session session;
   std::string log;
-  for (int i = 0; i < 5000; ++i) log += "^1V" + std::to_string(i) + "^7 was railed by ^4K" + std::to_string(i) + "\n";
+  for (int i = 0; i < 5000; ++i)
+    log += "^1V" + std::to_string(i) + "^7 was railed by ^4K" + std::to_string(i) + "\n";
   session.Open("crowd.log", log + "^1V1^7 was railed by ^4K0\n^1V0^7 was railed by ^4K0\n");
   OpenRun(session.form);
   const std::vector<KillCount> matrix = KillMatrix(*session.form.LastRun());

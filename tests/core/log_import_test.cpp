@@ -1,8 +1,8 @@
 // Import of a log into List1 and its three side files, byte for byte.
 
 #include <fcntl.h>
-#include <unistd.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -197,15 +197,18 @@ TEST_F(LogImport, PiecesSortedSideBySideComeOutInLogOrder) {
 // pair is split between two pieces; the log's own digest takes the bytes
 // after its last line end as well.
 TEST(DigestLog, HashesTheLogAndEachStretchWhole) {
-  const std::string limit = "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n", last = "CL_InitCGame: 6 seconds\r\nd\r";
-  const std::string filler((1 << 20) - std::string("b\r\nTimelimit hit.\r").size(), 'f');  // the CR ends a piece
+  const std::string limit = "CL_InitCGame: 5 seconds\r\nb\r\nTimelimit hit.\r\n",
+                    last = "CL_InitCGame: 6 seconds\r\nd\r";
+  const std::string filler((1 << 20) - std::string("b\r\nTimelimit hit.\r").size(),
+                           'f');  // the CR ends a piece
   struct Log {
     std::string lines, tail;
     std::vector<std::string> stretches;
   };
-  const Log logs[] = {{"a\r\n" + limit + "c\r\n" + last, "", {"a\r\n", limit, last}},
-                      {"b\r\nTimelimit hit.\r\nc\r\n" + last, "no end", {"b\r\nTimelimit hit.\r\n", last}},
-                      {filler + "b\r\nTimelimit hit.\r\n" + last, "", {filler + "b\r\nTimelimit hit.\r\n", last}}};
+  const Log logs[] = {
+      {"a\r\n" + limit + "c\r\n" + last, "", {"a\r\n", limit, last}},
+      {"b\r\nTimelimit hit.\r\nc\r\n" + last, "no end", {"b\r\nTimelimit hit.\r\n", last}},
+      {filler + "b\r\nTimelimit hit.\r\n" + last, "", {filler + "b\r\nTimelimit hit.\r\n", last}}};
   ScratchDir dir;
   for (const Log& log : logs) {
     std::vector<MarkerBytes> markers;

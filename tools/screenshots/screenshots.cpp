@@ -11,12 +11,12 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QScrollBar>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTableWidget>
 #include <QTemporaryDir>
