@@ -1,7 +1,9 @@
 #include "analysis/text_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <limits.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -10,6 +12,8 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <ctime>
+#include <string_view>
 #include <vector>
 
 #include "analysis/background_writer.h"
@@ -98,6 +102,48 @@ std::string TemporaryName(const std::string& dir) {
   return dir + "/.vantor-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
 }
 
+// A name this file gives a temporary file: ".vantor-" and mkstemp's six
+// letters or digits, or ".vantor-<pid>-<n>.tmp" (an unnamed file named
+// for the moment of its rename).
+bool IsTemporaryName(std::string_view name) {
+  constexpr std::string_view kPrefix = ".vantor-", kSuffix = ".tmp", kDigits = "0123456789";
+  const auto only = [](std::string_view text, std::string_view chars) {
+    return !text.empty() && text.find_first_not_of(chars) == std::string_view::npos;
+  };
+  if (!name.starts_with(kPrefix)) return false;
+  name.remove_prefix(kPrefix.size());
+  if (name.size() == 6 && only(name, "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789"))
+    return true;
+  if (!name.ends_with(kSuffix)) return false;
+  name.remove_suffix(kSuffix.size());
+  const std::size_t dash = name.find('-');
+  return dash != std::string_view::npos && only(name.substr(0, dash), kDigits) &&
+         only(name.substr(dash + 1), kDigits);
+}
+
+// Removes the named temporary files that killed runs left in dir. A writer
+// locks its temporary file from the moment it has it until it closes it,
+// so a file that no one holds is stale once it is older than the moment
+// between making and locking it; a minute leaves a wide margin.
+void RemoveStaleTemporaries(const std::string& dir) {
+  DIR* entries = ::opendir(dir.c_str());
+  if (entries == nullptr) return;
+  const std::time_t stale = std::time(nullptr) - 60;
+  while (const dirent* entry = ::readdir(entries)) {
+    struct stat st;
+    if (!IsTemporaryName(entry->d_name) ||
+        ::fstatat(::dirfd(entries), entry->d_name, &st, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(st.st_mode) ||
+        st.st_mtime >= stale) {
+      continue;
+    }
+    const int fd = ::openat(::dirfd(entries), entry->d_name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) continue;
+    if (::flock(fd, LOCK_EX | LOCK_NB) == 0) ::unlinkat(::dirfd(entries), entry->d_name, 0);
+    ::close(fd);
+  }
+  ::closedir(entries);
+}
+
 }  // namespace
 
 bool IsStandardStream(const std::string& path) { return StandardStreamOf(path) >= 0; }
@@ -144,12 +190,16 @@ void TextFileWriter::Open() {
 }
 
 void TextFileWriter::OpenTemporary(const std::string& dir) {
+  RemoveStaleTemporaries(dir);
+  // Locked while open, so that no other run takes it for stale.
   fd_ = ::open(dir.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+  if (fd_ >= 0) ::flock(fd_, LOCK_EX | LOCK_NB);
   if (fd_ >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
   // A file system without unnamed files: a named one, removed on interrupt.
   std::string name = dir + "/.vantor-XXXXXX";
   fd_ = ::mkstemp(name.data());
   if (fd_ < 0) return;
+  ::flock(fd_, LOCK_EX | LOCK_NB);
   const mode_t mask = ::umask(0);
   ::umask(mask);
   ::fchmod(fd_, 0666 & ~mask);

@@ -5,7 +5,9 @@
 // A file is built as an unnamed temporary file in its target's directory
 // and linked into place only when complete, so an interrupted or failed
 // write never leaves half a file over a good one, and a killed run leaves
-// no temporary file behind. A target that is a symbolic link is written
+// no temporary file behind. Where the file system has no unnamed files, a
+// named one is used, locked while it is open; the next write into that
+// directory removes the ones a killed run left. A target that is a symbolic link is written
 // through to the file it names; a target that is no regular file (a pipe,
 // a terminal, /dev/stdout) is written directly.
 

@@ -210,6 +210,13 @@ std::vector<Hostile> Catalogue() {
        WhileItHolds("side/#", "kill -TERM $!; wait $!; echo $?"), "", 0, {"big.log"}, {}, {}, "143\n"},
       {"KilledRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
        WhileItHolds("side/#", "kill -KILL $!; wait $! 2>/dev/null; echo $?"), "", 0, {"big.log"}, {}, {}, "137\n"},
+      // Named temporary files (where the file system has no unnamed ones) that no run holds
+      // and older than a minute are a killed run's: the next run into their directory removes them.
+      {"StaleTemporaryFilesAreRemovedAndHeldOnesKept", WriteLog(kCratered),
+       "cd {S} && touch -d '-2 min' .vantor-Ab12Cd .vantor-12-3.tmp .vantor-Held12 .vantor-other && touch "
+       ".vantor-New123 && exec 9<.vantor-Held12 && flock 9 && " + kAnalyse, "", 0, {"game.log"},
+       {".vantor-Held12", ".vantor-New123", ".vantor-other", "chat.txt", "ignored.txt", "logoutput.txt",
+        "unknown.txt"}, {"game.html"}, kEmptyTable},
       {"ASecondRunIntoTheSameSideDirectoryWaits",
        Write({{"{L}/big.log", big}, {"{L}/game.log", kCratered}}),
        WhileItHolds("side$", "\"$0\" --side-dir {S} --output-dir {O} {L}/game.log 2>&1 | grep -v written >&2; wait"),
