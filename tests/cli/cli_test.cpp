@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "support/cli_usage.h"
 #include "support/run_program.h"
 #include "support/test_files.h"
 
@@ -15,16 +16,6 @@ namespace {
 
 Outcome RunCli(const std::vector<std::string>& args, const std::string& cwd = ".") {
   return RunProgram(VANTOR_CLI, args, {cwd});
-}
-
-constexpr char kUsage[] =
-    "Usage: vantor-cli [-o DIR] [--side-dir DIR | --no-side-files] [--report FILE] [-t] [--open]\n"
-    "                  [-q] [-j N] [--json FILE] [--csv FILE] [--unknown-summary]\n"
-    "                  [--summary FILE] [--archive FILE.db] LOG [LOG ...]\n"
-    "       vantor-cli --season FILE.db [--since DATE] [--until DATE] [--summary FILE]\n";
-
-std::string UsageError(const std::string& what) {
-  return "vantor-cli: " + what + "\n" + kUsage + "Try 'vantor-cli --help' for more information.\n";
 }
 
 TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
@@ -54,8 +45,6 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("--until limits --season, which is missing")},
       {"a season with a log", {"--season", "s.db", "x.log"}, 2, "", false,
        UsageError("--season reads the archive only: no LOG goes with it")},
-      {"an empty side directory", {"-q", "--side-dir", "", "x.log"}, 2, "", false,
-       UsageError("option '--side-dir' needs a directory, not an empty value")},
       {"both exports to standard output", {"--json", "-", "--csv", "-", "x.log"}, 2, "", false,
        UsageError("only one of --json and --csv can go to standard output ('-')")},
       {"threads not a whole number", {"-j", "x", "x.log"}, 2, "", false,

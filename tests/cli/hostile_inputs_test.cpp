@@ -4,7 +4,10 @@
 // exists afterwards, and every file that existed before unchanged.
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -13,6 +16,7 @@
 #include <set>
 #include <string>
 
+#include "support/cli_usage.h"
 #include "support/run_program.h"
 #include "support/test_files.h"
 
@@ -124,12 +128,32 @@ std::vector<Hostile> Catalogue() {
       {"FifoAsLogDoesNotBlock", [](const Scene& s) { ::mkfifo((s.L + "/game.log").c_str(), 0644); }, kAnalyse,
        "Vantor Log Analyzer: Could not read {L}/game.log: it is a named pipe (FIFO), not a log file\n", 1,
        {"game.log"}, kSideFiles, {"game.html"}, kEmptyTable},
+      {"LinkToAFifoAndASocketAsLogs",
+       [](const Scene& s) {
+         ::mkfifo((s.L + "/pipe").c_str(), 0644);
+         fs::create_symlink("pipe", s.L + "/game.log");
+         sockaddr_un address{AF_UNIX, {}};
+         (s.L + "/sock.log").copy(address.sun_path, sizeof address.sun_path - 1);
+         const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+         ::bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+         ::close(fd);
+       },
+       "exec \"$0\" -q --side-dir {S} --output-dir {O} {L}/game.log {L}/sock.log",
+       "Vantor Log Analyzer: Could not read {L}/game.log: it is a named pipe (FIFO), not a log file\n"
+       "Vantor Log Analyzer: Could not read {L}/sock.log: it is a socket, not a log file\n", 1,
+       {"game.log", "pipe", "sock.log"}, kSideFiles, {"sock.html"}},
       {"EndlessDeviceAsLog", nullptr, "exec \"$0\" -q --side-dir {S} --output-dir {O} /dev/zero",
        "Vantor Log Analyzer: Could not read /dev/zero: it is a character device, not a log file\n", 1, {},
        kSideFiles, {"zero"}},
       {"MissingOutputDirectoryIsMade", WriteLog(kCratered),
        "exec \"$0\" -q --side-dir {S}/new --output-dir {O}/a/b {L}/game.log", "", 0, {"game.log"}, {"new"}, {"a"}, "",
        false, [](const Scene& s) { EXPECT_EQ(FilesIn(s.O + "/a/b"), Names{"game.html"}); }},
+      {"EmptySideDirectory", WriteLog(kCratered), "exec \"$0\" -q --side-dir '' {L}/game.log",
+       UsageError("option '--side-dir' needs a directory, not an empty value"), 2, {"game.log"}, {}, {}},
+      {"EmptyOutputDirectory", WriteLog(kCratered), "exec \"$0\" -q --side-dir {S} --output-dir '' {L}/game.log",
+       UsageError("option '--output-dir' needs a directory, not an empty value"), 2, {"game.log"}, {}, {}},
+      {"SideDirectoryUnderAFile", WriteLog(kCratered), "exec \"$0\" -q --side-dir {L}/game.log/side {L}/game.log",
+       "vantor-cli: could not create the directory {L}/game.log/side: Not a directory\n", 1, {"game.log"}, {}, {}},
       {"NoSideFiles", WriteLog(kCratered),
        "cp \"$0\" {O}/vantor-cli && XDG_STATE_HOME={S} exec {O}/vantor-cli -q --no-side-files {L}/game.log", "", 0,
        {"game.html", "game.log"}, {}, {"vantor-cli"}, "", true},  // as a user: no side file anywhere, "/" neither
@@ -189,7 +213,17 @@ std::vector<Hostile> Catalogue() {
          EXPECT_TRUE(fs::is_symlink(s.O + "/link.csv"));
          EXPECT_EQ(ReadBytes(s.O + "/real.csv").substr(0, 15), "slot,name,team,");
        }},
+      {"JsonThroughDevStdoutIntoAPipe", WriteLog(kCratered),
+       "set -o pipefail; \"$0\" -q --side-dir {S} --output-dir {O} --json /dev/stdout {L}/game.log | cat", "", 0,
+       {"game.log"}, kSideFiles, {"game.html"}, "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n", false,
+       [](const Scene&) { EXPECT_TRUE(fs::is_symlink("/dev/stdout")); }},
+      {"OneFileForBothExports", WriteLog(kCratered), "exec \"$0\" -q --side-dir {S} --json {O}/x --csv {O}/x {L}/game.log",
+       UsageError("--json and --csv name the same file"), 2, {"game.log"}, {}, {}},
       {"TableIntoAFullDevice", WriteLog(kCratered), kAnalyse + " >/dev/full",
+       "vantor-cli: could not write to standard output: No space left on device\n", 1, {"game.log"}, kSideFiles,
+       {"game.html"}},
+      {"UnknownSummaryIntoAFullDevice", WriteLog(kCratered),
+       "exec \"$0\" -q --side-dir {S} --output-dir {O} --unknown-summary {L}/game.log >/dev/full",
        "vantor-cli: could not write to standard output: No space left on device\n", 1, {"game.log"}, kSideFiles,
        {"game.html"}},
       {"TableIntoAClosedStandardOutput", WriteLog(kCratered), kAnalyse + " >&-",
@@ -208,6 +242,8 @@ std::vector<Hostile> Catalogue() {
        "vantor-cli: Not enough memory to analyse {L}/big.log\n", 1, {"big.log"}, {}, {}},
       {"InterruptedRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
        WhileItHolds("side/#", "kill -TERM $!; wait $!; echo $?"), "", 0, {"big.log"}, {}, {}, "143\n"},
+      {"CtrlCLeavesNoTemporaryFile", Write("{L}/big.log", big),
+       WhileItHolds("side/#", "kill -INT $!; wait $!; echo $?"), "", 0, {"big.log"}, {}, {}, "130\n"},
       {"KilledRunLeavesNoTemporaryFile", Write("{L}/big.log", big),
        WhileItHolds("side/#", "kill -KILL $!; wait $! 2>/dev/null; echo $?"), "", 0, {"big.log"}, {}, {}, "137\n"},
       // Named temporary files (where the file system has no unnamed ones) that no run holds
