@@ -47,7 +47,8 @@ TEST_F(Stages, RosterListsKillersFirstAndNeverHimself) {
 }
 
 TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
-  Events({{"Alpha", "Bravo", "Knife"}, {"Carl", "Dora", "Knife"}, {"Eve", "Al", "Knife"}, {"Alice", "Zed", "Knife"}});
+  Events({{"Alpha", "Bravo", "Knife"}, {"Carl", "Dora", "Knife"}, {"Eve", "Al", "Knife"}, {"Alice", "Zed", "Knife"},
+          {"lph", "ph", "Knife"}});
   Flag("Bravo", "Flag Grab (Red)");
   Flag("Alpha", "Flag Capture (Red)");  // capture decides over the later defence
   Flag("Alpha", "Flag Defense (Blue)");
@@ -55,14 +56,15 @@ TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
   Flag("Alice", "Flag Grab (Blue)");
   Teams(0);
   // Al is part of Alice and of Alpha: credited with the events of both, and
-  // Alpha's capture, the last kind counted, makes Al Red.
+  // Alpha's capture, the last kind counted, makes Al Red. lph and ph, nested
+  // inside Alpha and inside each other, get Alpha's events too.
   EXPECT_EQ(form.List8.Rows(), (V{"Alice"}));
-  EXPECT_EQ(form.List9.Rows(), (V{"Alpha", "Bravo", "Al"}));
+  EXPECT_EQ(form.List9.Rows(), (V{"Alpha", "lph", "Bravo", "Al", "ph"}));
   form.GetIndivStats();
-  EXPECT_EQ(Column(0), (V{"Alice", "Totals", " ", "Alpha", "Bravo", "Al", "Totals"}));
-  EXPECT_EQ(Column(4), (V{"2", "2", " ", "0", "1", "2", "3"}));
-  EXPECT_EQ(Column(6), (V{"0", "0", " ", "1", "0", "1", "2"}));
-  EXPECT_EQ(Column(7), (V{"0", "0", " ", "1", "0", "1", "2"}));
+  EXPECT_EQ(Column(0), (V{"Alice", "Totals", " ", "Alpha", "lph", "Bravo", "Al", "ph", "Totals"}));
+  EXPECT_EQ(Column(4), (V{"2", "2", " ", "0", "0", "1", "2", "0", "3"}));
+  EXPECT_EQ(Column(6), (V{"0", "0", " ", "1", "1", "0", "1", "1", "4"}));
+  EXPECT_EQ(Column(7), (V{"0", "0", " ", "1", "1", "0", "1", "1", "4"}));
 }
 
 TEST_F(Stages, PropagationFollowsOnlyTheFirstDecidingEventOnePassAtATime) {
