@@ -1,6 +1,10 @@
 // The main window driven through its real controls, with the desktop's
 // dialogs answered by FakeDesktop.
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <QAction>
 #include <QClipboard>
 #include <QDropEvent>
@@ -12,6 +16,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <QtTest>
 #include <memory>
 
@@ -326,6 +331,31 @@ class MainWindowTest : public QObject {
     QVERIFY(csv.open(QIODevice::ReadOnly) && csv.readAll().startsWith("slot,name,team,frags,"));
     QCOMPARE(desktop_->messages.join(""), "Vantor Log Analyzer | Did not write " + forty +
                                               ": it is the log " + forty + " of this run | 3 | OK");
+  }
+
+  // The program's directory takes its side files: a log there named like one is read, not replaced.
+  void aLogNamedLikeASideFileIsKept() {
+    const QString log = desktop_->Write("chat.txt", kGameLog);
+    Open(log);
+    QCOMPARE(Table(), kGameTable);
+    QCOMPARE(desktop_->messages, QStringList{"Vantor Log Analyzer | Did not write " + log +
+                                             ": it is the log " + log + " of this run | 3 | OK"});
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll() == kGameLog);
+  }
+
+  // Another run holds the side directory: the status bar says so while the window waits its turn.
+  void aRunWaitsForAnotherRunIntoTheSideDirectory() {
+    const int other = ::open(QFile::encodeName(desktop_->dir.path()).constData(), O_RDONLY | O_DIRECTORY);
+    QVERIFY(::flock(other, LOCK_EX) == 0);
+    QString said;
+    QTimer::singleShot(0, this, [&] {  // runs while the window waits, then lets it go on
+      said = window_->statusBar()->currentMessage();
+      ::close(other);
+    });
+    Open(GameLog());
+    QCOMPARE(said, "Waiting for another run that writes into " + desktop_->dir.path());
+    QCOMPARE(Table(), kGameTable);
   }
 };
 
