@@ -146,6 +146,22 @@ class PlayerDetailsTest : public QObject {
     QTest::keyClick(bravo, Qt::Key_W, Qt::ControlModifier);
     QVERIFY(!bravo->isVisible());
   }
+
+  // A name holding markup and 0x80, the euro sign in Windows-1252, is shown as it is.
+  void namesAreShownAsTheLogHasThem() {
+    desktop_->answers << desktop_->Write("odd.log",
+                                         "^7<i>\x80 got the RED flag!\r\n^7Bravo was railed by <i>\x80\r\n");
+    window_->findChild<QAction*>("mnuOpen")->trigger();
+    QWidget* odd = DoubleClickRow(0);
+    QVERIFY(odd);
+    QCOMPARE(odd->windowTitle(), QString("<i>€ (Blue) - Vantor Log Analyzer"));
+    auto* player = odd->findChild<QLabel*>("player");
+    QCOMPARE(FakeDesktop::Displayed(player->text(), player->textFormat()), QString("<i>€ (Blue)"));
+    auto* team = odd->findChild<QLabel*>("team");
+    QCOMPARE(
+        FakeDesktop::Displayed(team->text(), team->textFormat()),
+        QString("Plays for Blue: their Flag Grab was for Blue (odd.log, line 1: <i>€ got the RED flag!)."));
+  }
 };
 
 QTEST_MAIN(PlayerDetailsTest)
