@@ -43,6 +43,7 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("unrecognized option '--frobnicate'")},
       {"flag given a value", {"--table=yes", "x.log"}, 2, "", false,
        UsageError("option '--table' takes no value")},
+      {"short flag given a value", {"-q=1", "x.log"}, 2, "", false, UsageError("option '-q' takes no value")},
       {"option given twice", {"--json", "a", "--json=b", "x.log"}, 2, "", false,
        UsageError("option '--json' is given more than once")},
       {"missing LOG", {"--table"}, 2, "", false, UsageError("missing LOG operand")},
