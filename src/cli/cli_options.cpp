@@ -40,17 +40,17 @@ void Declare(CLI::App& app, CliOptions& o, std::optional<std::string>& threads_t
   app.add_option("LOG", o.logs);
 }
 
-// "--table=yes": a value given to an option that takes none.
+// "--table=yes" or "-t=yes": a value given to an option that takes none.
 std::string ValueForAFlag(const CLI::App& app, const std::vector<std::string>& args) {
   for (const std::string& arg : args) {
     if (arg == "--") break;
     const std::size_t eq = arg.find('=');
-    if (!arg.starts_with("--") || eq == std::string::npos) continue;
+    const bool long_form = arg.starts_with("--");
+    if (!arg.starts_with('-') || eq == std::string::npos || (!long_form && eq != 2)) continue;
     const std::string name = arg.substr(0, eq);
     for (const CLI::Option* opt : app.get_options()) {
-      if (opt->check_lname(name.substr(2)) && opt->get_expected_max() == 0) {
-        return "option '" + name + "' takes no value";
-      }
+      const bool named = long_form ? opt->check_lname(name.substr(2)) : opt->check_sname(name.substr(1));
+      if (named && opt->get_expected_max() == 0) return "option '" + name + "' takes no value";
     }
   }
   return "";

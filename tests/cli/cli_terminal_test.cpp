@@ -45,6 +45,15 @@ TEST(VantorCliTerminal, ProgressBarOnATerminalOnlyAndNeverWithQuiet) {
       "vantor-cli: 0% reading game.log\r\nvantor-cli: 80% reading game.log\r\nvantor-cli: 80% analysing\r\n"
       "vantor-cli: 90% analysing\r\nvantor-cli: 100% analysing\r\nvantor-cli: report written to " +
           dir / "game.html" + "\r\n");
+  // Three read pieces of 1 MiB: the bar moves while the later log is read, and never goes back.
+  WriteBytes(dir / "big.log", kLog + std::string(3 << 20, '\n'));
+  EXPECT_EQ(OnTerminal("TERM=dumb " + run + " " + (dir / "big.log"), dir),
+            "vantor-cli: 0% reading game.log\r\nvantor-cli: 0% reading big.log\r\n"
+            "vantor-cli: 26% reading big.log\r\nvantor-cli: 53% reading big.log\r\n"
+            "vantor-cli: 79% reading big.log\r\nvantor-cli: 80% reading big.log\r\n"
+            "vantor-cli: 80% analysing\r\nvantor-cli: 90% analysing\r\nvantor-cli: 100% analysing\r\n"
+            "vantor-cli: report written to " +
+                dir / "big.html" + "\r\n");
   const Outcome piped =
       RunProgram(VANTOR_CLI, {"-q", "--side-dir", dir.path(), "-o", dir.path(), dir / "game.log"});
   EXPECT_EQ(piped.err, "");

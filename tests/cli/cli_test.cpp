@@ -34,6 +34,7 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("unrecognized option '--frobnicate'")},
       {"flag given a value", {"--table=yes", "x.log"}, 2, "", false,
        UsageError("option '--table' takes no value")},
+      {"short flag given a value", {"-q=1", "x.log"}, 2, "", false, UsageError("option '-q' takes no value")},
       {"option given twice", {"--json", "a", "--json=b", "x.log"}, 2, "", false,
        UsageError("option '--json' is given more than once")},
       {"missing LOG", {"--table"}, 2, "", false, UsageError("missing LOG operand")},
@@ -109,6 +110,7 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
       // ".log" in a folder that the path only passes through must not move the report
       {"relative path through a .logs folder", "./q.logs/../game.log", {}, "game.html"},
       {"report named", "game.log", {"--report", "out/named.html"}, "out/named.html"},
+      {"a log named like an option, after --", "-x.log", {"--"}, "-x.html"},
   };
   for (const auto& r : rows) {
     SCOPED_TRACE(r.name);
@@ -118,7 +120,7 @@ TEST(VantorCli, ReportGoesWhereItsNameSaysAndNeverOverALog) {
     WriteBytes(dir / r.log, log);
     std::vector<std::string> args{"-q", "--side-dir", dir / "out"};
     for (const std::string& o : r.options) args.push_back(ReplaceAll(o, "{dir}", dir.path()));
-    args.push_back(r.log[0] == '.' ? r.log : dir / r.log);
+    args.push_back(r.log[0] == '.' || r.log[0] == '-' ? r.log : dir / r.log);
     const Outcome o = RunCli(args, dir.path());
     EXPECT_EQ(o.status, 0);
     EXPECT_EQ(o.err, "");

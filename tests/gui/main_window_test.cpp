@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QProcess>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
@@ -125,6 +126,7 @@ class MainWindowTest : public QObject {
       if (kHeadings.contains(heading->text())) found << heading->text();
     }
     QCOMPARE(found, kHeadings);
+    for (const char* name : kStatisticsLists) QVERIFY2(Find<QListWidget>(name)->alternatingRowColors(), name);
     QCOMPARE(Table(), QList<QStringList>());
     QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()), QString("0..1000"));
     QVERIFY(Progress()->isHidden());
@@ -254,9 +256,12 @@ class MainWindowTest : public QObject {
     StartWindow();
     window_->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-    QTest::keyClick(window_.get(), Qt::Key_T, Qt::AltModifier);
-    QCOMPARE(window_->menuBar()->activeAction(), Find<QMenu>("mnuTools")->menuAction());
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    for (const auto& [key, menu] : {std::pair{Qt::Key_F, "mnuFile"}, std::pair{Qt::Key_T, "mnuTools"}}) {
+      QTest::keyClick(window_.get(), key, Qt::AltModifier);
+      QCOMPARE(window_->menuBar()->activeAction(), Find<QMenu>(menu)->menuAction());
+      QCOMPARE(QApplication::activePopupWidget(), Find<QMenu>(menu));
+      QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    }
     // Three read pieces: the status bar shows how far reading has come.
     const QString log = GameLog(),
                   second = desktop_->Write("second.log", kGameLog + QByteArray(3 << 20, '\n'));
@@ -278,6 +283,9 @@ class MainWindowTest : public QObject {
     QCOMPARE(Table(), kGameTable);
     const QString report = desktop_->dir.filePath("game.html");
     QCOMPARE(Find<QLabel>("statusSummary")->text(), "game.log: 2 players, 7 lines. Report: " + report);
+    desktop_->opened.clear();
+    Find<QPushButton>("cmdOpenReport")->click();
+    QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(report)});
     Find<QPushButton>("cmdOpenSummary")->click();  // written beside the report, then opened
     const QString summary = desktop_->dir.filePath("game-summary.html");
     QCOMPARE(desktop_->opened.last(), QUrl::fromLocalFile(summary));
@@ -291,6 +299,20 @@ class MainWindowTest : public QObject {
     desktop_->opened.clear();
     Find<QPushButton>("cmdShowFolder")->click();
     QCOMPARE(desktop_->opened, QList<QUrl>{QUrl::fromLocalFile(desktop_->dir.path())});
+  }
+
+  // The window's JSON export is the file vantor-cli writes for the same log.
+  void jsonExportIsTheCommandLinesFile() {
+    const QString log = GameLog(), json = desktop_->dir.filePath("window.json");
+    Open(log);
+    desktop_->answers << json;
+    Find<QAction>("mnuExportJson")->trigger();
+    QProcess cli;
+    cli.start(VANTOR_CLI, {"-q", "--no-side-files", "--json", "-", "-o", desktop_->dir.filePath("cli"), log});
+    QVERIFY(cli.waitForFinished(-1) && cli.exitCode() == 0);
+    QFile written(json);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QCOMPARE(written.readAll(), cli.readAllStandardOutput());
   }
 
   void tableReadsAcrossCopiesAndExports() {

@@ -86,11 +86,20 @@ check_package() {
   [[ "$(zcat "$scratch/root/usr/share/doc/vantor-log-analyzer/changelog.gz" | head -1)" == \
     "vantor-log-analyzer ($(dpkg-deb -f "$deb" Version)) "* ]] || fail "the changelog's last entry is not this version"
   [ "$("$scratch/root/usr/bin/vantor-cli" --version)" = "vantor-cli (Vantor Log Analyzer) 0.80" ] || fail "version"
-  # The desktop program answers on the terminal, without a display, and refuses what it does not know.
+  # The desktop program answers on the terminal, without a display, and refuses what it does not know;
+  # after "--" an argument is a log, which only the window analyses: without a display it cannot start.
   [ "$(env -u DISPLAY "$scratch/root/usr/bin/vantor" --version)" = "vantor 0.80" ] || fail "vantor --version"
   env -u DISPLAY "$scratch/root/usr/bin/vantor" --help | grep -q '^Usage: .* \[options\] \[LOG...\]$' || fail "--help"
-  local status=0 && QT_QPA_PLATFORM=offscreen "$scratch/root/usr/bin/vantor" --bogus 2>/dev/null || status=$?
-  [ "$status" -eq 2 ] || fail "an unknown option gives status $status"
+  while IFS='|' read -r display args status said; do
+    local got=0 err && err=$(env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM $display \
+      "$scratch/root/usr/bin/vantor" $args 2>&1 >/dev/null) || got=$?
+    [ "$got" -eq "$status" ] && [[ "$err" == $said ]] || fail "vantor $args: status $got, $err"
+  done <<'ROWS'
+QT_QPA_PLATFORM=offscreen|--bogus|2|vantor: Unknown option 'bogus'.*Usage: *
+|--bogus|2|vantor: Unknown option 'bogus'.*Usage: *
+|-platform offscreen -x|2|vantor: Unknown option 'x'.*
+|-- --bogus|134|*no Qt platform plugin could be initialized*
+ROWS
   # The unpacked program and the build tree's give the same table, report and side files.
   for program in "$scratch/root/usr/bin/vantor-cli" "$build/vantor-cli"; do
     local out="$scratch/run$((++runs))" && mkdir -p "$out"
