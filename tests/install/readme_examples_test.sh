@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Every vantor-cli line of the README's sh blocks, run as written by a user of the
+# Every vantor-cli line of the README's sh blocks and of its console sessions (after
+# the "$ "), run in order as written by a user of the
 # installed program: in a directory holding the sample log under each name the
 # line uses, absolute paths moved into the scratch directory, --open handed to a
 # stand-in xdg-open. Each run must end with status 0, whatever "|| echo" follows it.
@@ -18,7 +19,9 @@ printf '#!/bin/sh\n"%s" "$@"; status=$?; echo "$status $*" >>"%s"; exit $status\
 printf '#!/bin/sh\necho "$1" >>"%s"\n' "$scratch/opened" >"$scratch/bin/xdg-open"
 chmod +x "$scratch/bin/vantor-cli" "$scratch/bin/xdg-open"
 
-examples=$(awk '/^```sh$/ { sh = 1; next } /^```/ { sh = 0 } sh && /^vantor-cli /' "$source/README.md")
+examples=$(awk '/^```(sh|console)$/ { block = $0; next } /^```/ { block = "" }
+  block == "```sh" && /^vantor-cli / { print } block == "```console" && sub(/^\$ vantor-cli /, "vantor-cli ")' \
+  "$source/README.md")
 [ "$(grep -c . <<<"$examples")" -ge 6 ] || fail "the README's vantor-cli examples were not found"
 while IFS= read -r line; do
   for log in $(grep -oE '[^ ]+\.log\b' <<<"$line"); do cp "$source/samples/evening.log" "$scratch/work/$log"; done
