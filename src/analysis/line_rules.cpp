@@ -1,6 +1,7 @@
 #include "analysis/line_rules.h"
 
 #include <array>
+#include <cstring>
 
 #include "analysis/text_ops.h"
 
@@ -13,16 +14,29 @@ constexpr std::array<std::string_view, 11> kColorCodes = {"^1", "^2", "^3", "^4"
 
 // Without two carets in a row, removing one code never joins a caret to a
 // digit, so the codes can all go in one pass: each caret, with the digit
-// after it when there is one. Appended to out, the runs between carets
-// copied whole.
-void AppendSeparateCodesStripped(std::string& out, std::string_view line) {
-  for (std::size_t from = 0;;) {
-    const std::size_t caret = line.find('^', from);
-    out.append(line.substr(from, caret - from));
-    if (caret == std::string_view::npos) return;
-    const bool digit = caret + 1 < line.size() && line[caret + 1] >= '0' && line[caret + 1] <= '9';
-    from = caret + (digit ? 2 : 1);
+// after it when there is one. Appended to out; false, with out as it was,
+// when two carets stand together.
+bool AppendSeparateCodesStripped(std::string& out, std::string_view line) {
+  const std::size_t start = out.size();
+  out.resize(start + line.size());
+  char* to = out.data() + start;
+  const char *from = line.data(), *end = from + line.size();
+  for (;;) {
+    const auto* caret =
+        static_cast<const char*>(std::memchr(from, '^', static_cast<std::size_t>(end - from)));
+    const char* run_end = caret != nullptr ? caret : end;
+    std::memcpy(to, from, static_cast<std::size_t>(run_end - from));
+    to += run_end - from;
+    if (caret == nullptr) break;
+    from = caret + 1;
+    if (from < end && *from == '^') {
+      out.resize(start);
+      return false;
+    }
+    if (from < end && *from >= '0' && *from <= '9') ++from;
   }
+  out.resize(static_cast<std::size_t>(to - out.data()));
+  return true;
 }
 
 const TextSearcher kSentryDown("Sentry Gun was destroyed by ");
@@ -34,7 +48,7 @@ const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearche
 }  // namespace
 
 void AppendColorCodesStripped(std::string& out, std::string_view line) {
-  if (line.find("^^") == std::string_view::npos) return AppendSeparateCodesStripped(out, line);
+  if (AppendSeparateCodesStripped(out, line)) return;
   std::string text(line);
   for (std::string_view code : kColorCodes) {
     if (text.find(code) != std::string::npos) text = ReplaceAll(text, code, "");

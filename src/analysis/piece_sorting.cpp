@@ -96,8 +96,14 @@ void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
         if (needs.ignored) AppendLine(piece.ignored, line);
         break;
       case LineFate::kChat:
-        if (needs.chat) AppendLineStripped(piece.chat, line);
-        if (needs.ignored) AppendLineStripped(piece.ignored, line);
+        if (needs.chat) {
+          const std::size_t start = piece.chat.size();
+          AppendLineStripped(piece.chat, line);
+          // Stripped once: ignored.txt takes the same bytes.
+          if (needs.ignored) piece.ignored.append(std::string_view(piece.chat).substr(start));
+        } else if (needs.ignored) {
+          AppendLineStripped(piece.ignored, line);
+        }
         break;
     }
   }

@@ -23,6 +23,11 @@ std::size_t StringPool::SlotOf(std::string_view text, std::size_t hash) const {
   }
 }
 
+TextId StringPool::Find(std::string_view text) const {
+  const Slot& entry = slots_[SlotOf(text, std::hash<std::string_view>{}(text))];
+  return entry.id_plus_one != 0 ? entry.id_plus_one - 1 : static_cast<TextId>(texts_.size());
+}
+
 TextId StringPool::Intern(std::string_view text) {
   return InternHashed(text, std::hash<std::string_view>{}(text));
 }

@@ -24,6 +24,9 @@ class StringPool {
   // The id of text, adding it when it is new.
   TextId Intern(std::string_view text);
   const std::string& Text(TextId id) const { return texts_[id]; }
+  // The id of text, or an id no text has (Size()) when it was never added:
+  // a row can then be compared with a fixed text as ids.
+  TextId Find(std::string_view text) const;
   // Ids run from 0 to Size() - 1, in the order the texts were first seen.
   std::size_t Size() const { return texts_.size(); }
 

@@ -1,5 +1,6 @@
 #include "events/kill_check.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace vantor {
@@ -16,16 +17,14 @@ class RecognitionMemo {
     TextId first, second, third;
   };
 
-  RecognitionMemo(const RuleSet& rules, StringPool& pool) : rules_(rules), pool_(pool) {}
+  // Every line of the worksheet is in the pool already: sized for them all.
+  RecognitionMemo(const RuleSet& rules, StringPool& pool)
+      : rules_(rules), pool_(pool), known_(pool.Size(), 0), events_(pool.Size()) {}
 
   const Event& Of(TextId line) {
-    if (line >= known_.size()) {
-      known_.resize(pool_.Size(), false);
-      events_.resize(pool_.Size());
-    }
     if (!known_[line]) {
       events_[line] = Recognise(pool_.Text(line));
-      known_[line] = true;
+      known_[line] = 1;
     }
     return events_[line];
   }
@@ -38,7 +37,7 @@ class RecognitionMemo {
 
   const RuleSet& rules_;
   StringPool& pool_;
-  std::vector<bool> known_;
+  std::vector<std::uint8_t> known_;  // bytes, not bits: read for every row
   std::vector<Event> events_;
 };
 

@@ -60,18 +60,19 @@ EventIndex::EventIndex(const Worksheet& sheet) {
   names_.reserve(sheet.List2.Count() + sheet.List3.Count() + sheet.List10.Count());
   WeaponLookup weapon_of(sheet.List4);
   const std::size_t events = sheet.List2.Count();
+  // The lists share one pool: fixed texts are compared as ids.
+  const TextId suicide_killer = sheet.List2.Pool().Find(kSuicideKiller);
+  const TextId suicide_method = sheet.List4.Pool().Find(kSuicideMethod);
   for (std::size_t m = 0; m < events; ++m) {
-    const std::string& killer_name = sheet.List2.At(m);
     const std::size_t killer = Intern(sheet.List2, m);
     const std::size_t victim = Intern(sheet.List3, m);
-    const std::string& method = sheet.List4.At(m);
     players_[killer].frags += 1;
     players_[victim].deaths += 1;
-    if (method == kSuicideMethod) players_[victim].suicides += 1;
+    if (sheet.List4.IdAt(m) == suicide_method) players_[victim].suicides += 1;
     if (auto weapon = weapon_of(m)) players_[killer].weapons[Index(*weapon)] += 1;
     // The killer's side of the row decides first; a suicide decides nothing.
     if (!players_[killer].first_opponent) players_[killer].SetFirst(victim, m, true);
-    if (killer_name != kSuicideKiller && !players_[victim].first_opponent) {
+    if (sheet.List2.IdAt(m) != suicide_killer && !players_[victim].first_opponent) {
       players_[victim].SetFirst(killer, m, false);
     }
   }

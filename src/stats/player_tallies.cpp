@@ -100,12 +100,12 @@ void FillStatisticsTable(const TallyTable& tally, std::size_t nB, StatisticsTabl
 std::vector<bool> UncountedEvents(const Worksheet& sheet) {
   const std::vector<bool> members = AllMembers(sheet.List8, sheet.List9);
   const std::vector<bool> weapon = WeaponMethods(sheet.List4);
-  const StringPool& pool = sheet.List4.Pool();
+  const TextId suicide_method = sheet.List4.Pool().Find(kSuicideMethod);
   const std::size_t n = sheet.List2.Count();
   std::vector<bool> keep(n, true);
   for (std::size_t m = 0; m < n; ++m) {
     const TextId method = sheet.List4.IdAt(m);
-    const bool suicide = pool.Text(method) == kSuicideMethod && members[sheet.List3.IdAt(m)];
+    const bool suicide = method == suicide_method && members[sheet.List3.IdAt(m)];
     const bool weapon_kill = members[sheet.List2.IdAt(m)] && weapon[method];
     keep[m] = !suicide && !weapon_kill;
   }
