@@ -63,6 +63,15 @@ class WorksheetList {
   const StringPool& Pool() const { return *pool_; }
   StringPool& Pool() { return *pool_; }
   std::shared_ptr<StringPool> SharedPool() const { return pool_; }
+  // Adds n empty rows, to be set in place (from several threads, a row each).
+  void Grow(std::size_t n) {
+    ids_.resize(ids_.size() + n, StringPool::kEmpty);
+    if (keeps_places_) places_.resize(ids_.size());
+  }
+  void SetIdAt(std::size_t row, TextId id, const EventSource& place = {}) {
+    ids_[row] = id;
+    if (keeps_places_) places_[row] = place;
+  }
   void Reserve(std::size_t n) {
     ids_.reserve(n);
     if (keeps_places_) places_.reserve(n);

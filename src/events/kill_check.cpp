@@ -1,7 +1,13 @@
 #include "events/kill_check.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <system_error>
+#include <thread>
 #include <vector>
+
+#include "analysis/worker_threads.h"
 
 namespace vantor {
 
@@ -21,6 +27,7 @@ class RecognitionMemo {
   RecognitionMemo(const RuleSet& rules, StringPool& pool)
       : rules_(rules), pool_(pool), known_(pool.Size(), 0), events_(pool.Size()) {}
 
+  // Recognises the line the first time (one thread only: names join the pool).
   const Event& Of(TextId line) {
     if (!known_[line]) {
       events_[line] = Recognise(pool_.Text(line));
@@ -28,6 +35,8 @@ class RecognitionMemo {
     }
     return events_[line];
   }
+  // A line recognised before; any thread.
+  const Event& Known(TextId line) const { return events_[line]; }
 
  private:
   Event Recognise(std::string_view line) {
@@ -41,19 +50,65 @@ class RecognitionMemo {
   std::vector<Event> events_;
 };
 
-void Record(Worksheet& sheet, const RecognitionMemo::Event& event, const EventSource& source) {
+// How many rows the kill (List2..List4), flag (List5, List6) and sentry
+// (List10) lists hold: a marker's events_before, in that order.
+using EventCounts = std::array<std::size_t, 3>;
+
+std::size_t* CounterOf(EventCounts& counts, LineCut::Kind kind) {
+  switch (kind) {
+    case LineCut::Kind::kKill:
+      return &counts[0];
+    case LineCut::Kind::kFlag:
+      return &counts[1];
+    case LineCut::Kind::kSentry:
+      return &counts[2];
+    case LineCut::Kind::kNoMatch:
+    case LineCut::Kind::kConsumed:
+      break;
+  }
+  return nullptr;
+}
+
+// A stretch of List1's rows, and the event rows it starts at.
+struct RowRange {
+  std::size_t begin, end;
+  EventCounts before;
+};
+
+// Recognises every distinct line and counts the events of each range, then
+// makes room for them all: the ranges can then be filled side by side, each
+// at its own place in the event lists.
+std::vector<RowRange> RecogniseAndCount(Worksheet& sheet, RecognitionMemo& memo, std::size_t ranges) {
+  const std::vector<TextId>& lines = sheet.List1.Ids();
+  EventCounts counts = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
+  const EventCounts start = counts;
+  std::vector<RowRange> cut;
+  for (std::size_t r = 0; r < ranges; ++r) {
+    cut.push_back({lines.size() * r / ranges, lines.size() * (r + 1) / ranges, counts});
+    for (std::size_t row = cut.back().begin; row < cut.back().end; ++row) {
+      if (std::size_t* counter = CounterOf(counts, memo.Of(lines[row]).kind)) ++*counter;
+    }
+  }
+  for (WorksheetList* list : {&sheet.List2, &sheet.List3, &sheet.List4}) list->Grow(counts[0] - start[0]);
+  for (WorksheetList* list : {&sheet.List5, &sheet.List6}) list->Grow(counts[1] - start[1]);
+  sheet.List10.Grow(counts[2] - start[2]);
+  return cut;
+}
+
+void Record(Worksheet& sheet, const RecognitionMemo::Event& event, const EventSource& source,
+            EventCounts& at) {
   switch (event.kind) {
     case LineCut::Kind::kKill:
-      sheet.List2.AppendId(event.first, source);
-      sheet.List3.AppendId(event.second);
-      sheet.List4.AppendId(event.third);
+      sheet.List2.SetIdAt(at[0], event.first, source);
+      sheet.List3.SetIdAt(at[0], event.second);
+      sheet.List4.SetIdAt(at[0]++, event.third);
       break;
     case LineCut::Kind::kSentry:
-      sheet.List10.AppendId(event.first, source);
+      sheet.List10.SetIdAt(at[2]++, event.first, source);
       break;
     case LineCut::Kind::kFlag:
-      sheet.List5.AppendId(event.first, source);
-      sheet.List6.AppendId(event.second);
+      sheet.List5.SetIdAt(at[1], event.first, source);
+      sheet.List6.SetIdAt(at[1]++, event.second);
       break;
     case LineCut::Kind::kNoMatch:
     case LineCut::Kind::kConsumed:
@@ -61,27 +116,47 @@ void Record(Worksheet& sheet, const RecognitionMemo::Event& event, const EventSo
   }
 }
 
-// Each kind of event counted first, so that the event lists are made at
-// their final size instead of growing (and copying themselves) as they fill.
-void ReserveEventLists(Worksheet& sheet, RecognitionMemo& memo) {
-  std::size_t kills = 0, sentries = 0, flags = 0;
-  for (const TextId line : sheet.List1.Ids()) {
-    const LineCut::Kind kind = memo.Of(line).kind;
-    kills += kind == LineCut::Kind::kKill;
-    sentries += kind == LineCut::Kind::kSentry;
-    flags += kind == LineCut::Kind::kFlag;
-  }
-  for (WorksheetList* list : {&sheet.List2, &sheet.List3, &sheet.List4}) list->Reserve(list->Count() + kills);
-  for (WorksheetList* list : {&sheet.List5, &sheet.List6}) list->Reserve(list->Count() + flags);
-  sheet.List10.Reserve(sheet.List10.Count() + sentries);
+// The row at which each marker learns how many events each list holds: its
+// kept_before, or a later marker's before it, as the markers are met in
+// order while the rows go by.
+std::vector<std::size_t> MarkerRows(const Worksheet& sheet) {
+  std::vector<std::size_t> rows;
+  std::size_t row = 0;
+  for (const MarkerPlace& marker : sheet.Markers) rows.push_back(row = std::max(row, marker.kept_before));
+  return rows;
 }
 
-// Each marker at or before row learns how many events each list holds then.
-void CountEventsBefore(Worksheet& sheet, std::size_t row, std::size_t& next_marker) {
-  for (; next_marker < sheet.Markers.size() && sheet.Markers[next_marker].kept_before <= row; ++next_marker) {
-    sheet.Markers[next_marker].events_before = {sheet.List2.Count(), sheet.List5.Count(),
-                                                sheet.List10.Count()};
+// Records the events of a range's rows in place, and which rows stay in
+// List1: those no rule recognised that are not blank.
+void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const RowRange& range,
+               const std::vector<std::size_t>& marker_rows, std::vector<std::uint8_t>& stays) {
+  const WorksheetList& lines = sheet.List1;
+  EventCounts at = range.before;
+  auto marker = std::lower_bound(marker_rows.begin(), marker_rows.end(), range.begin);
+  for (std::size_t row = range.begin; row < range.end; ++row) {
+    for (; marker != marker_rows.end() && *marker <= row; ++marker)
+      sheet.Markers[static_cast<std::size_t>(marker - marker_rows.begin())].events_before = at;
+    const TextId line = lines.IdAt(row);
+    const RecognitionMemo::Event& event = memo.Known(line);
+    Record(sheet, event, {lines.PlaceAt(row).place, line}, at);
+    stays[row] = event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
   }
+}
+
+// Runs work(0) .. work(n - 1), each on a thread of its own but the first;
+// one that cannot have a thread runs on the caller's afterwards.
+template <typename Work>
+void SideBySide(std::size_t n, Work work) {
+  std::vector<std::thread> threads;
+  threads.reserve(n);  // no allocation failure once threads run
+  std::size_t started = 1;
+  try {
+    for (; started < n; ++started) threads.emplace_back(work, started);
+  } catch (const std::system_error&) {
+  }
+  work(0);
+  for (std::thread& thread : threads) thread.join();
+  for (std::size_t i = started; i < n; ++i) work(i);
 }
 
 }  // namespace
@@ -89,18 +164,17 @@ void CountEventsBefore(Worksheet& sheet, std::size_t row, std::size_t& next_mark
 void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   WorksheetList& lines = sheet.List1;
   RecognitionMemo memo(rules, lines.Pool());
-  ReserveEventLists(sheet, memo);
-  std::size_t next_marker = 0;
-  // One walk in row order: each row's event is recorded as the row is met,
-  // and a row stays only when no rule recognised it and it is not blank.
-  lines.RetainIf([&](std::size_t row) {
-    CountEventsBefore(sheet, row, next_marker);
-    const TextId line = lines.IdAt(row);
-    const RecognitionMemo::Event& event = memo.Of(line);
-    Record(sheet, event, {lines.PlaceAt(row).place, line});
-    return event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
-  });
-  CountEventsBefore(sheet, static_cast<std::size_t>(-1), next_marker);
+  const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(WorkerThreads(), lines.Count()));
+  const std::vector<RowRange> cut = RecogniseAndCount(sheet, memo, ranges);
+  const std::vector<std::size_t> marker_rows = MarkerRows(sheet);
+  std::vector<std::uint8_t> stays(lines.Count());
+  SideBySide(cut.size(), [&](std::size_t r) { FillRange(sheet, memo, cut[r], marker_rows, stays); });
+  // Markers after the last row learn the totals.
+  const EventCounts totals = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
+  for (std::size_t m = 0; m < marker_rows.size(); ++m) {
+    if (marker_rows[m] >= lines.Count()) sheet.Markers[m].events_before = totals;
+  }
+  lines.RetainIf([&](std::size_t row) { return stays[row] != 0; });
   lines.ShrinkToFit();  // most rows were recognised: let their places go
 }
 
