@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/analysis_run.h"
+#include "analysis/worker_threads.h"
 #include "stats/awards.h"
 #include "support/session.h"
 
@@ -51,7 +52,14 @@ struct SplitCase {
 
 class MatchSplit : public ::testing::TestWithParam<SplitCase> {};
 
-TEST_P(MatchSplit, CutsAlongTheMarkers) { EXPECT_EQ(MatchesOf(GetParam().logs), GetParam().matches); }
+// The rows are recognised in one range or in several side by side: the cuts are the same.
+TEST_P(MatchSplit, CutsAlongTheMarkers) {
+  for (const unsigned threads : {1u, 3u}) {
+    SetWorkerThreads(threads);
+    EXPECT_EQ(MatchesOf(GetParam().logs), GetParam().matches) << threads << " threads";
+  }
+  SetWorkerThreads(0);
+}
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Logs, MatchSplit, ::testing::Values(
