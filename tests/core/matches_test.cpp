@@ -69,10 +69,18 @@ INSTANTIATE_TEST_SUITE_P(Logs, MatchSplit, ::testing::Values(
                "----- CL_Shutdown -----\n"},
               {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
     SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
-              {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n" + kABlueBRed},
-              {"0:1-9 (end of the log) 0:0 draw Blue=A Red=B"}},
+              {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n"
+               "CL_InitCGame: ^1x seconds\n" + kABlueBRed},
+              {"0:1-10 (end of the log) 0:0 draw Blue=A Red=B"}},
     SplitCase{"EachLogBeginsAMatch", {kABlueBRed + "Red hit the capturelimit.\n", kBBlueARed},
-              {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B", "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}}),
+              {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B", "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}},
+    // The last match has a destroyed sentry gun and no member.
+    SplitCase{"EveryLimitAndANewSessionEndAMatch",
+              {kABlueBRed + "Blue hit the capturelimit.\nCL_InitCGame: 1 seconds\n" + kABlueBRed + "Red hit the fraglimit.\n"
+               "CL_InitCGame: 1 seconds\n" + kABlueBRed + "Blue hit the fraglimit.\nCL_InitCGame: 1 seconds\n"
+               "D's Sentry Gun was destroyed by E.\nlogfile opened on Sat Jun 15 20:15:00 2024\n"},
+              {"0:1-4 (Blue hit the capture limit) 0:0 draw Blue=A Red=B", "0:5-9 (Red hit the frag limit) 0:0 draw Blue=A Red=B",
+               "0:10-14 (Blue hit the frag limit) 0:0 draw Blue=A Red=B", "0:15-16 (a new session began) 0:0 draw"}}),
     [](const auto& info) { return info.param.name; });
 // clang-format on
 
