@@ -98,8 +98,8 @@ TEST(Matches, AOneMatchLogCountsAsTheWholeRun) {
 
 struct AwardCase {
   std::string name;
-  std::vector<std::tuple<std::string, Count, Count>> players;  // name, frags, deaths
-  std::size_t award;                                           // row of kAwards
+  std::vector<std::pair<std::string, CountValues>> players;  // each name with its ten counts
+  std::size_t award;                                         // row of kAwards
   std::vector<std::string> winners;
   std::string reason;
 };
@@ -108,7 +108,7 @@ class Awards : public ::testing::TestWithParam<AwardCase> {};
 
 TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
   std::vector<PlayerCounts> players;
-  for (const auto& [name, frags, deaths] : GetParam().players) players.push_back({name, {frags, deaths}});
+  for (const auto& [name, counts] : GetParam().players) players.push_back({name, counts});
   const Award award = GiveAwards(players)[GetParam().award];
   EXPECT_EQ(award.winners, GetParam().winners);
   EXPECT_EQ(award.Reason(), GetParam().reason);
@@ -118,15 +118,17 @@ TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
 INSTANTIATE_TEST_SUITE_P(
     Counts, Awards,
     ::testing::Values(
-        AwardCase{"UniqueLeader", {{"A", 3, 0}, {"B", 1, 0}}, 0, {"A"}, "most frags: 3"},
-        AwardCase{"TieIsShared", {{"A", 2, 0}, {"B", 2, 0}, {"C", 1, 0}}, 0, {"A", "B"}, "most frags: 2"},
-        AwardCase{"NobodyReachesOne", {{"A", 0, 1}, {"B", 0, 0}}, 0, {}, "not given: nobody reached 1"},
-        AwardCase{"OneCandidateIsTooFew", {{"A", 5, 0}}, 0, {}, "not given: fewer than two players could win it"},
-        AwardCase{"RatioNeedsFiveDeaths", {{"A", 10, 4}, {"B", 12, 6}, {"C", 5, 5}}, 6, {"B"},
+        AwardCase{"UniqueLeader", {{"A", {3, 0}}, {"B", {1, 0}}}, 0, {"A"}, "most frags: 3"},
+        AwardCase{"TieIsShared", {{"A", {2, 0}}, {"B", {2, 0}}, {"C", {1, 0}}}, 0, {"A", "B"}, "most frags: 2"},
+        AwardCase{"NobodyReachesOne", {{"A", {0, 1}}, {"B", {0, 0}}}, 0, {}, "not given: nobody reached 1"},
+        AwardCase{"OneCandidateIsTooFew", {{"A", {5, 0}}}, 0, {}, "not given: fewer than two players could win it"},
+        AwardCase{"RatioNeedsFiveDeaths", {{"A", {10, 4}}, {"B", {12, 6}}, {"C", {5, 5}}}, 6, {"B"},
                   "best frags per death, of those with 5 deaths or more: 2.00"},
-        AwardCase{"RatioWithOneCandidate", {{"A", 10, 2}, {"B", 12, 6}}, 6, {},
+        AwardCase{"RatioWithOneCandidate", {{"A", {10, 2}}, {"B", {12, 6}}}, 6, {},
                   "not given: fewer than two players could win it"},
-        AwardCase{"MostDeaths", {{"A", 0, 4}, {"B", 9, 3}}, 8, {"A"}, "most deaths: 4"}),
+        AwardCase{"DefenderSumsFlagAndBaseDefences", {{"A", {0, 0, 0, 0, 3, 0, 1, 1}}, {"B", {0, 0, 0, 0, 0, 0, 0, 3}}},
+                  2, {"B"}, "most flag and base defences: 3"},
+        AwardCase{"MostDeaths", {{"A", {0, 4}}, {"B", {9, 3}}}, 8, {"A"}, "most deaths: 4"}),
     [](const auto& info) { return info.param.name; });
 // clang-format on
 
