@@ -121,7 +121,11 @@ class MainWindowTest : public QObject {
       menus << menu->title();
       for (QAction* item : menu->actions()) menus << "  " + item->text();
     }
-    QCOMPARE(menus, QStringList({"File", "  Open", "  Exit", "Tools", "  Append", "  Options"}));
+    for (QAction* item : Find<QListWidget>("lstName")->actions())
+      menus << "  " + item->text();  // context menu
+    QCOMPARE(menus, QStringList({"File", "  Open", "  Exit", "Tools", "  Append", "  Options", "  Copy table",
+                                 "  Export as CSV...", "  Export as JSON...", "  Open summary",
+                                 "  Add to season archive...", "  Season standings..."}));
     for (QLabel* heading : window_->findChildren<QLabel*>()) {
       if (kHeadings.contains(heading->text())) found << heading->text();
     }
@@ -334,6 +338,8 @@ class MainWindowTest : public QObject {
     QCOMPARE(names->item(41)->foreground().color(), QColor(255, 0, 0));
     QVERIFY(Find<QListWidget>("lstFrags")->item(39)->font().bold());
     QCOMPARE(Find<QListWidget>("lstFrags")->item(0)->textAlignment(), int(Qt::AlignRight | Qt::AlignVCenter));
+    QCOMPARE(names->item(0)->data(Qt::TextAlignmentRole),
+             QVariant());  // names keep the list's left alignment
     for (QLabel* heading : window_->findChildren<QLabel*>()) {
       if (kHeadings.contains(heading->text())) {
         window_->resize(window_->minimumSize());
