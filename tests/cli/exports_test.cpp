@@ -42,6 +42,13 @@ TEST(Exports, UnknownSummaryCountsTheShapesOfUnrecognisedLines) {
                      "--unknown-summary"),
             "Unrecognised lines, most frequent shapes first (count, shape):\n3\tMatch begins!\n"
             "2\t<player> is now a Sniper\n1\t<player> joined <player>\n1\tAl and <player> p<player>\n");
+  // Twenty shapes at the most: of 21 seen once each, the last in text order is left out.
+  std::string shapes, twenty = "Unrecognised lines, most frequent shapes first (count, shape):\n";
+  for (char c = 'a'; c <= 'u'; ++c) {
+    shapes += std::string("^7odd ") + c + "\r\n";
+    if (c < 'u') twenty += std::string("1\todd ") + c + "\n";
+  }
+  EXPECT_EQ(ExportOf(dir, shapes, "--unknown-summary"), twenty);
 }
 
 TEST(Exports, JsonOfASmallRunIsExact) {
