@@ -48,8 +48,8 @@ TEST(VantorCli, CommandLineMistakesHelpAndVersion) {
        UsageError("--season reads the archive only: no LOG goes with it")},
       {"both exports to standard output", {"--json", "-", "--csv", "-", "x.log"}, 2, "", false,
        UsageError("only one of --json and --csv can go to standard output ('-')")},
-      {"threads not a whole number", {"-j", "x", "x.log"}, 2, "", false,
-       UsageError("option '--threads' needs a whole number of threads from 1 to 1024, not 'x'")},
+      {"no threads", {"-j", "0", "x.log"}, 2, "", false,
+       UsageError("option '--threads' needs a whole number of threads from 1 to 1024, not '0'")},
       {"more threads than allowed", {"--threads=1025", "x.log"}, 2, "", false,
        UsageError("option '--threads' needs a whole number of threads from 1 to 1024, not '1025'")},
       // clang-format on

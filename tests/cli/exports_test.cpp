@@ -42,6 +42,13 @@ TEST(Exports, UnknownSummaryCountsTheShapesOfUnrecognisedLines) {
                      "--unknown-summary"),
             "Unrecognised lines, most frequent shapes first (count, shape):\n3\tMatch begins!\n"
             "2\t<player> is now a Sniper\n1\t<player> joined <player>\n1\tAl and <player> p<player>\n");
+  // Twenty shapes at the most: of 21 seen once each, the last in text order is left out.
+  std::string shapes, twenty = "Unrecognised lines, most frequent shapes first (count, shape):\n";
+  for (char c = 'a'; c <= 'u'; ++c) {
+    shapes += std::string("^7odd ") + c + "\r\n";
+    if (c < 'u') twenty += std::string("1\todd ") + c + "\n";
+  }
+  EXPECT_EQ(ExportOf(dir, shapes, "--unknown-summary"), twenty);
 }
 
 TEST(Exports, JsonOfASmallRunIsExact) {
@@ -97,7 +104,7 @@ TEST(Exports, CsvQuotesAwkwardNamesAndDisarmsFormulas) {
       "^7Al,pha got the BLUE flag!\r\n^7\"Q\"uote got the RED flag!\r\n^7Ren\xe9\x80 got the RED flag!\r\n"
       "^7=cmd got the RED flag!\r\n^7\"Q\"uote was railed by Al,pha\r\n^7Ren\xe9\x80 was railed by Al,pha\r\n"
       "^7=cmd was railed by Al,pha\r\n^7+cmd was railed by Al,pha\r\n^7-cmd was railed by Al,pha\r\n"
-      "^7@cmd was railed by Al,pha\r\n",
+      "^7@cmd was railed by Al,pha\r\n^7\tcmd was railed by Al,pha\r\n",
       "--csv", "run.csv");
   const std::string header =
       "slot,name,team,frags,deaths,suicides,flag_grabs,fc_defends,flag_captures,flag_defends,base_defends,"
@@ -116,7 +123,8 @@ TEST(Exports, CsvQuotesAwkwardNamesAndDisarmsFormulas) {
             "4,'+cmd,Blue,0,1" + Zeros(50) + "\r\n" +
             "5,'-cmd,Blue,0,1" + Zeros(50) + "\r\n" +
             "6,'@cmd,Blue,0,1" + Zeros(50) + "\r\n" +
-            "7,\"Al,pha\",Red,6,0,0,1" + Zeros(30) + ",6" + Zeros(17) + "\r\n");
+            "7,'\tcmd,Blue,0,1" + Zeros(50) + "\r\n" +
+            "8,\"Al,pha\",Red,7,0,0,1" + Zeros(30) + ",7" + Zeros(17) + "\r\n");
   // clang-format on
 }
 

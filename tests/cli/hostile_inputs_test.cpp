@@ -217,7 +217,7 @@ std::vector<Hostile> Catalogue() {
        "set -o pipefail; \"$0\" -q --side-dir {S} --output-dir {O} --json /dev/stdout {L}/game.log | cat", "", 0,
        {"game.log"}, kSideFiles, {"game.html"}, "{\n  \"format\": \"vantor-log-analyzer-statistics\",\n", false,
        [](const Scene&) { EXPECT_TRUE(fs::is_symlink("/dev/stdout")); }},
-      {"OneFileForBothExports", WriteLog(kCratered), "exec \"$0\" -q --side-dir {S} --json {O}/x --csv {O}/x {L}/game.log",
+      {"OneFileForBothExports", WriteLog(kCratered), "exec \"$0\" -q --side-dir {S} --json {O}/x --csv {O}/./x {L}/game.log",
        UsageError("--json and --csv name the same file"), 2, {"game.log"}, {}, {}},
       {"TableIntoAFullDevice", WriteLog(kCratered), kAnalyse + " >/dev/full",
        "vantor-cli: could not write to standard output: No space left on device\n", 1, {"game.log"}, kSideFiles,

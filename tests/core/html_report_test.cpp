@@ -80,6 +80,24 @@ TEST(OutputToHTML, WholeReportsMatchTheHandWrittenDocuments) {
   }
 }
 
+// Which class table (1 Marine .. 8 Other, '-' none) shows a member whose one
+// count is a kill with each weapon in turn, in weapon order, then a sentry
+// gun destroyed: only the kills a table tests for bring a row into it.
+TEST(OutputToHTML, AClassTableShowsAMemberOnlyForAKillWithOneOfItsDecidingWeapons) {
+  std::string shown;
+  for (std::size_t w = 0; w <= kWeaponCount; ++w) {
+    Teams ida{{"Ida"}, {}, {}, {}, {}};
+    if (w < kWeaponCount) ida.events = {{"Ida", "Vic", std::string(kWeaponTable[w].method_name)}};
+    if (w == kWeaponCount) ida.sentries = {"Ida"};
+    const std::string report = ReportFor(ida);
+    const std::size_t row = report.find("Ida</font>", report.find("<h2>Marine Stats</h2>"));
+    int tables = 0;
+    for (std::size_t h = report.find("<h2>"); h < row; h = report.find("<h2>", h + 1)) ++tables;
+    shown += row == std::string::npos ? '-' : static_cast<char>('0' + tables - 2);
+  }
+  EXPECT_EQ(shown, "11----2-2-4--4---33-355-5-7777887786666--84");
+}
+
 TEST(OutputToHTML, OnlyBlueMembersGetTheRedTotalsFromTwoRowsBelowTheBlueTotals) {
   Session session;
   auto& [dir, host, form] = session;

@@ -77,10 +77,18 @@ INSTANTIATE_TEST_SUITE_P(Logs, MatchSplit, ::testing::Values(
                "----- CL_Shutdown -----\n"},
               {"0:4-7 (map reloaded) 0:0 draw Blue=A Red=B", "0:8-11 (the client left) 0:0 draw Blue=A Red=B"}},
     SplitCase{"ChatAndColouredTextQuotingAMarkerAreNoMarker",
-              {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n" + kABlueBRed},
-              {"0:1-9 (end of the log) 0:0 draw Blue=A Red=B"}},
+              {kABlueBRed + "A^7: Timelimit hit.\n^5Timelimit hit.^7\nB^7: x^7 hit the fraglimit.\n"
+               "CL_InitCGame: ^1x seconds\n" + kABlueBRed},
+              {"0:1-10 (end of the log) 0:0 draw Blue=A Red=B"}},
     SplitCase{"EachLogBeginsAMatch", {kABlueBRed + "Red hit the capturelimit.\n", kBBlueARed},
-              {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B", "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}}),
+              {"0:1-4 (Red hit the capture limit) 0:0 draw Blue=A Red=B", "1:1-3 (end of the log) 0:0 draw Blue=B Red=A"}},
+    // The last match has a destroyed sentry gun and no member.
+    SplitCase{"EveryLimitAndANewSessionEndAMatch",
+              {kABlueBRed + "Blue hit the capturelimit.\nCL_InitCGame: 1 seconds\n" + kABlueBRed + "Red hit the fraglimit.\n"
+               "CL_InitCGame: 1 seconds\n" + kABlueBRed + "Blue hit the fraglimit.\nCL_InitCGame: 1 seconds\n"
+               "D's Sentry Gun was destroyed by E.\nlogfile opened on Sat Jun 15 20:15:00 2024\n"},
+              {"0:1-4 (Blue hit the capture limit) 0:0 draw Blue=A Red=B", "0:5-9 (Red hit the frag limit) 0:0 draw Blue=A Red=B",
+               "0:10-14 (Blue hit the frag limit) 0:0 draw Blue=A Red=B", "0:15-16 (a new session began) 0:0 draw"}}),
     [](const auto& info) { return info.param.name; });
 // clang-format on
 
@@ -98,8 +106,8 @@ TEST(Matches, AOneMatchLogCountsAsTheWholeRun) {
 
 struct AwardCase {
   std::string name;
-  std::vector<std::tuple<std::string, Count, Count>> players;  // name, frags, deaths
-  std::size_t award;                                           // row of kAwards
+  std::vector<std::pair<std::string, CountValues>> players;  // each name with its ten counts
+  std::size_t award;                                         // row of kAwards
   std::vector<std::string> winners;
   std::string reason;
 };
@@ -108,7 +116,7 @@ class Awards : public ::testing::TestWithParam<AwardCase> {};
 
 TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
   std::vector<PlayerCounts> players;
-  for (const auto& [name, frags, deaths] : GetParam().players) players.push_back({name, {frags, deaths}});
+  for (const auto& [name, counts] : GetParam().players) players.push_back({name, counts});
   const Award award = GiveAwards(players)[GetParam().award];
   EXPECT_EQ(award.winners, GetParam().winners);
   EXPECT_EQ(award.Reason(), GetParam().reason);
@@ -118,15 +126,17 @@ TEST_P(Awards, GoToTheLeadersOfEnoughCandidates) {
 INSTANTIATE_TEST_SUITE_P(
     Counts, Awards,
     ::testing::Values(
-        AwardCase{"UniqueLeader", {{"A", 3, 0}, {"B", 1, 0}}, 0, {"A"}, "most frags: 3"},
-        AwardCase{"TieIsShared", {{"A", 2, 0}, {"B", 2, 0}, {"C", 1, 0}}, 0, {"A", "B"}, "most frags: 2"},
-        AwardCase{"NobodyReachesOne", {{"A", 0, 1}, {"B", 0, 0}}, 0, {}, "not given: nobody reached 1"},
-        AwardCase{"OneCandidateIsTooFew", {{"A", 5, 0}}, 0, {}, "not given: fewer than two players could win it"},
-        AwardCase{"RatioNeedsFiveDeaths", {{"A", 10, 4}, {"B", 12, 6}, {"C", 5, 5}}, 6, {"B"},
+        AwardCase{"UniqueLeader", {{"A", {3, 0}}, {"B", {1, 0}}}, 0, {"A"}, "most frags: 3"},
+        AwardCase{"TieIsShared", {{"A", {2, 0}}, {"B", {2, 0}}, {"C", {1, 0}}}, 0, {"A", "B"}, "most frags: 2"},
+        AwardCase{"NobodyReachesOne", {{"A", {0, 1}}, {"B", {0, 0}}}, 0, {}, "not given: nobody reached 1"},
+        AwardCase{"OneCandidateIsTooFew", {{"A", {5, 0}}}, 0, {}, "not given: fewer than two players could win it"},
+        AwardCase{"RatioNeedsFiveDeaths", {{"A", {10, 4}}, {"B", {12, 6}}, {"C", {5, 5}}}, 6, {"B"},
                   "best frags per death, of those with 5 deaths or more: 2.00"},
-        AwardCase{"RatioWithOneCandidate", {{"A", 10, 2}, {"B", 12, 6}}, 6, {},
+        AwardCase{"RatioWithOneCandidate", {{"A", {10, 2}}, {"B", {12, 6}}}, 6, {},
                   "not given: fewer than two players could win it"},
-        AwardCase{"MostDeaths", {{"A", 0, 4}, {"B", 9, 3}}, 8, {"A"}, "most deaths: 4"}),
+        AwardCase{"DefenderSumsFlagAndBaseDefences", {{"A", {0, 0, 0, 0, 3, 0, 1, 1}}, {"B", {0, 0, 0, 0, 0, 0, 0, 3}}},
+                  2, {"B"}, "most flag and base defences: 3"},
+        AwardCase{"MostDeaths", {{"A", {0, 4}}, {"B", {9, 3}}}, 8, {"A"}, "most deaths: 4"}),
     [](const auto& info) { return info.param.name; });
 // clang-format on
 

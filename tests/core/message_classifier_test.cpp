@@ -46,6 +46,7 @@ TEST(KillCheck, LinesWhoseOutcomeIsEasyToGetWrong) {
     const char *name, *line, *outcome;
   } cases[] = {
       {"three-character victim is consumed", "Ace almost dodged Bravo's Rocket", "||||||"},
+      {"three-character killer is consumed", "Alpha almost dodged Bob's Rocket", "||||||"},
       {"three-character victim in a plain kill", "Ace was railed by Bravo", "'Bravo'|'Ace'|'Rail Gun'||||"},
       {"two characters before the suffix dropped", "Alpha almost dodged BravoXY Rocket",
        "'Bravo'|'Alpha'|'Rocket Splash'||||"},

@@ -28,6 +28,7 @@ TEST(GetReportPath, NamesTheReportAfterTheLogButNeverTheLogItself) {
       {"every .log in the whole path", "", "/games/x.logs/game1.log", "/games/x.htmls/game1.html"},
       {"every .log in the file name", "", "/games/a.log.log", "/games/a.html.html"},
       {"output dir then the file name", "/stats", "/games/x.logs/game1.log", "/stats/game1.html"},
+      {"output dir, every .log in the file name", "/stats", "/games/a.log.log", "/stats/a.html.html"},
       {"an output dir's own .log stays", "/x.logs", "/games/game1.log", "/x.logs/game1.html"},
       {"no separator removed", "/stats/", "/games/game1.log", "/stats//game1.html"},
       {"case matters, so the log itself", "", "/games/GAME.LOG", "/games/GAME.LOG.html"},

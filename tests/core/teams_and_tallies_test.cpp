@@ -53,11 +53,12 @@ TEST_F(Stages, FlagEventsSeedTeamsByTheLastKindCounted) {
   Flag("Alpha", "Flag Capture (Red)");  // capture decides over the later defence
   Flag("Alpha", "Flag Defense (Blue)");
   Flag("Alice", "Flag Grab (Blue)");
-  Flag("Alice", "Flag Grab (Blue)");
+  Flag("AliceAl", "Flag Grab (Blue)");
   Teams(0);
-  // Al is part of Alice and of Alpha: credited with the events of both, and
-  // Alpha's capture, the last kind counted, makes Al Red. lph and ph, nested
-  // inside Alpha and inside each other, get Alpha's events too.
+  // Al is part of Alice and of Alpha, and twice of AliceAl: credited once with
+  // the events of each text, and Alpha's capture, the last kind counted, makes
+  // Al Red. lph and ph, nested inside Alpha and inside each other, get Alpha's
+  // events too.
   EXPECT_EQ(form.List8.Rows(), (V{"Alice"}));
   EXPECT_EQ(form.List9.Rows(), (V{"Alpha", "lph", "Bravo", "Al", "ph"}));
   form.GetIndivStats();

@@ -121,11 +121,19 @@ class MainWindowTest : public QObject {
       menus << menu->title();
       for (QAction* item : menu->actions()) menus << "  " + item->text();
     }
-    QCOMPARE(menus, QStringList({"File", "  Open", "  Exit", "Tools", "  Append", "  Options"}));
-    for (QLabel* heading : window_->findChildren<QLabel*>()) {
-      if (kHeadings.contains(heading->text())) found << heading->text();
-    }
-    QCOMPARE(found, kHeadings);
+    for (QAction* item : Find<QListWidget>("lstName")->actions())
+      menus << "  " + item->text();  // context menu
+    QCOMPARE(menus, QStringList({"File", "  Open", "  Exit", "Tools", "  Append", "  Options", "  Copy table",
+                                 "  Export as CSV...", "  Export as JSON...", "  Open summary",
+                                 "  Add to season archive...", "  Season standings..."}));
+    for (QLabel* label : window_->findChildren<QLabel*>()) found << label->text();
+    QCOMPARE(found,
+             kHeadings + QStringList({"Vantor Log Analyzer 0.80",
+                                      "Per-player statistics from capture-the-flag console logs",
+                                      "Contact: the Vantor Log Analyzer developers",
+                                      "File > Open analyses a log at once. With Tools > Append checked, open "
+                                      "several logs, then press Process.",
+                                      "No log analysed yet"}));
     for (const char* name : kStatisticsLists) QVERIFY2(Find<QListWidget>(name)->alternatingRowColors(), name);
     QCOMPARE(Table(), QList<QStringList>());
     QCOMPARE(QString("%1..%2").arg(Progress()->minimum()).arg(Progress()->maximum()), QString("0..1000"));
@@ -334,6 +342,8 @@ class MainWindowTest : public QObject {
     QCOMPARE(names->item(41)->foreground().color(), QColor(255, 0, 0));
     QVERIFY(Find<QListWidget>("lstFrags")->item(39)->font().bold());
     QCOMPARE(Find<QListWidget>("lstFrags")->item(0)->textAlignment(), int(Qt::AlignRight | Qt::AlignVCenter));
+    QCOMPARE(names->item(0)->data(Qt::TextAlignmentRole),
+             QVariant());  // names keep the list's left alignment
     for (QLabel* heading : window_->findChildren<QLabel*>()) {
       if (kHeadings.contains(heading->text())) {
         window_->resize(window_->minimumSize());
@@ -351,6 +361,11 @@ class MainWindowTest : public QObject {
     Find<QAction>("mnuExportJson")->trigger();  // over the log: refused, the log kept
     QFile csv(desktop_->dir.filePath("forty.csv"));
     QVERIFY(csv.open(QIODevice::ReadOnly) && csv.readAll().startsWith("slot,name,team,frags,"));
+    QStringList saved;  // the title and filters of the two save dialogs
+    for (const QString& dialog : desktop_->dialogs.mid(1))
+      saved << dialog.section(" | ", 0, 0) + " | " + dialog.section(" | ", 2);
+    QCOMPARE(saved, QStringList({"Export as CSV | CSV files (*.csv);;All files (*) | files",
+                                 "Export as JSON | JSON files (*.json);;All files (*) | files"}));
     QCOMPARE(desktop_->messages.join(""), "Vantor Log Analyzer | Did not write " + forty +
                                               ": it is the log " + forty + " of this run | 3 | OK");
   }
