@@ -164,7 +164,9 @@ void SideBySide(std::size_t n, Work work) {
 void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   WorksheetList& lines = sheet.List1;
   RecognitionMemo memo(rules, lines.Pool());
-  const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(WorkerThreads(), lines.Count()));
+  // A core that hashes the logs (for the summary or the archive) is left to it.
+  const std::size_t cores = WorkerThreads() - (sheet.PendingDigests.empty() || WorkerThreads() == 1 ? 0 : 1);
+  const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(cores, lines.Count()));
   const std::vector<RowRange> cut = RecogniseAndCount(sheet, memo, ranges);
   const std::vector<std::size_t> marker_rows = MarkerRows(sheet);
   std::vector<std::uint8_t> stays(lines.Count());
