@@ -95,7 +95,7 @@ void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vec
 }
 
 void LineSet::Grow() {
-  std::vector<Slot> old(slots_.size() * 2);
+  LargeVector<Slot> old(slots_.size() * 2);
   old.swap(slots_);
   const std::size_t mask = slots_.size() - 1;
   for (const Slot& slot : old) {

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/large_array.h"
+
 namespace vantor {
 
 class LineSet {
@@ -55,10 +57,10 @@ class LineSet {
   void Prefetch(std::size_t hash, bool bytes) const;
   void Grow();
 
-  std::vector<char> bytes_;
-  std::vector<Slot> slots_;             // open addressing, at most half full
-  std::vector<std::size_t> hashes_;     // by number, so that growing hashes nothing again
-  std::vector<std::uint64_t> text_at_;  // by number: where its text's length stands in bytes_
+  LargeVector<char> bytes_;
+  LargeVector<Slot> slots_;             // open addressing, at most half full
+  LargeVector<std::size_t> hashes_;     // by number, so that growing hashes nothing again
+  LargeVector<std::uint64_t> text_at_;  // by number: where its text's length stands in bytes_
   std::size_t count_ = 0;
   std::vector<std::size_t> unknown_;  // NumberUnknown's, kept for its capacity
 };

@@ -46,7 +46,7 @@ TextId StringPool::InternHashed(std::string_view text, std::size_t hash) {
 }
 
 void StringPool::Grow() {
-  std::vector<Slot>(slots_.size() * 2).swap(slots_);
+  LargeVector<Slot>(slots_.size() * 2).swap(slots_);
   const std::size_t mask = slots_.size() - 1;
   for (std::size_t id = 0; id < texts_.size(); ++id) {
     std::size_t slot = hashes_[id] & mask;

@@ -11,9 +11,13 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/large_array.h"
+
 namespace vantor {
 
 using TextId = std::uint32_t;
+// The rows of a list: a large log keeps millions.
+using TextIds = LargeVector<TextId>;
 
 class StringPool {
  public:
@@ -45,8 +49,8 @@ class StringPool {
   // A deque never moves what it holds: a text read from the pool stays
   // valid while later texts are added.
   std::deque<std::string> texts_;
-  std::vector<std::size_t> hashes_;  // per id, so growing never rehashes a text
-  std::vector<Slot> slots_;          // open addressing, at most half full
+  LargeVector<std::size_t> hashes_;  // per id, so growing never rehashes a text
+  LargeVector<Slot> slots_;          // open addressing, at most half full
 };
 
 }  // namespace vantor

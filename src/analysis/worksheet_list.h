@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/large_array.h"
 #include "analysis/source_line.h"
 #include "analysis/string_pool.h"
 
@@ -59,7 +60,7 @@ class WorksheetList {
   void RetainIf(Keep keep);
 
   std::vector<std::string> Rows() const;
-  const std::vector<TextId>& Ids() const { return ids_; }
+  const TextIds& Ids() const { return ids_; }
   const StringPool& Pool() const { return *pool_; }
   StringPool& Pool() { return *pool_; }
   std::shared_ptr<StringPool> SharedPool() const { return pool_; }
@@ -83,9 +84,9 @@ class WorksheetList {
 
  private:
   std::shared_ptr<StringPool> pool_;
-  std::vector<TextId> ids_;
+  TextIds ids_;
   bool keeps_places_ = false;
-  std::vector<EventSource> places_;  // parallel to ids_ while keeps_places_
+  LargeVector<EventSource> places_;  // parallel to ids_ while keeps_places_
 };
 
 template <typename Keep>

@@ -46,8 +46,8 @@ class RecognitionMemo {
 
   const RuleSet& rules_;
   StringPool& pool_;
-  std::vector<std::uint8_t> known_;  // bytes, not bits: read for every row
-  std::vector<Event> events_;
+  LargeVector<std::uint8_t> known_;  // bytes, not bits: read for every row
+  LargeVector<Event> events_;
 };
 
 // How many rows the kill (List2..List4), flag (List5, List6) and sentry
@@ -79,7 +79,7 @@ struct RowRange {
 // makes room for them all: the ranges can then be filled side by side, each
 // at its own place in the event lists.
 std::vector<RowRange> RecogniseAndCount(Worksheet& sheet, RecognitionMemo& memo, std::size_t ranges) {
-  const std::vector<TextId>& lines = sheet.List1.Ids();
+  const TextIds& lines = sheet.List1.Ids();
   EventCounts counts = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
   const EventCounts start = counts;
   std::vector<RowRange> cut;
@@ -129,7 +129,7 @@ std::vector<std::size_t> MarkerRows(const Worksheet& sheet) {
 // Records the events of a range's rows in place, and which rows stay in
 // List1: those no rule recognised that are not blank.
 void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const RowRange& range,
-               const std::vector<std::size_t>& marker_rows, std::vector<std::uint8_t>& stays) {
+               const std::vector<std::size_t>& marker_rows, LargeVector<std::uint8_t>& stays) {
   const WorksheetList& lines = sheet.List1;
   EventCounts at = range.before;
   auto marker = std::lower_bound(marker_rows.begin(), marker_rows.end(), range.begin);
@@ -169,7 +169,7 @@ void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(cores, lines.Count()));
   const std::vector<RowRange> cut = RecogniseAndCount(sheet, memo, ranges);
   const std::vector<std::size_t> marker_rows = MarkerRows(sheet);
-  std::vector<std::uint8_t> stays(lines.Count());
+  LargeVector<std::uint8_t> stays(lines.Count());
   SideBySide(cut.size(), [&](std::size_t r) { FillRange(sheet, memo, cut[r], marker_rows, stays); });
   // Markers after the last row learn the totals.
   const EventCounts totals = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
