@@ -8,12 +8,12 @@ BackgroundWriter::BackgroundWriter(std::FILE* file)
     : file_(file),
       stage_(
           1,
-          [this](std::string& block) {
+          [this](ByteBuffer& block) {
             if (error_ == 0 && std::fwrite(block.data(), 1, block.size(), file_) != block.size()) {
               error_ = errno != 0 ? errno : EIO;
             }
           },
-          [](std::string& block) { block.clear(); }) {}
+          [](ByteBuffer& block) { block.Clear(); }) {}
 
 int BackgroundWriter::Finish() {
   stage_.Finish();

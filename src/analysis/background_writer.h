@@ -4,8 +4,8 @@
 // the bytes (writing a large file is often throttled by the system).
 
 #include <cstdio>
-#include <string>
 
+#include "analysis/byte_buffer.h"
 #include "analysis/ordered_work.h"
 
 namespace vantor {
@@ -15,15 +15,15 @@ class BackgroundWriter {
   explicit BackgroundWriter(std::FILE* file);
 
   // Hands a block over and returns an empty one to fill next.
-  std::string Write(std::string&& block) { return stage_.Hand(std::move(block)); }
+  ByteBuffer Write(ByteBuffer&& block) { return stage_.Hand(std::move(block)); }
   // Waits until every block is written; 0, or the errno of the first
   // failed write (the blocks after it are dropped).
   int Finish();
 
  private:
   std::FILE* file_;
-  int error_ = 0;                   // the stage's thread alone sets it, before Finish returns
-  OrderedWork<std::string> stage_;  // last: its thread uses the members above
+  int error_ = 0;                  // the stage's thread alone sets it, before Finish returns
+  OrderedWork<ByteBuffer> stage_;  // last: its thread uses the members above
 };
 
 }  // namespace vantor

@@ -11,6 +11,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantor {
@@ -39,6 +40,16 @@ struct LargeArrayAllocator {
   void deallocate(T* data, std::size_t n) noexcept {
     if (n * sizeof(T) >= kLargeArrayBytes) return UnmapLargeArray(data, n * sizeof(T));
     std::allocator<T>().deallocate(data, n);
+  }
+  // An element made without a value is left as its type leaves it (a
+  // number unset): a list grown to be filled is not written twice.
+  template <typename U>
+  void construct(U* at) noexcept(noexcept(::new (static_cast<void*>(at)) U)) {
+    ::new (static_cast<void*>(at)) U;
+  }
+  template <typename U, typename... Args>
+  void construct(U* at, Args&&... args) {
+    ::new (static_cast<void*>(at)) U(std::forward<Args>(args)...);
   }
   template <typename U>
   bool operator==(const LargeArrayAllocator<U>&) const noexcept {

@@ -14,12 +14,9 @@ constexpr std::array<std::string_view, 11> kColorCodes = {"^1", "^2", "^3", "^4"
 
 // Without two carets in a row, removing one code never joins a caret to a
 // digit, so the codes can all go in one pass: each caret, with the digit
-// after it when there is one. Appended to out; false, with out as it was,
-// when two carets stand together.
-bool AppendSeparateCodesStripped(std::string& out, std::string_view line) {
-  const std::size_t start = out.size();
-  out.resize(start + line.size());
-  char* to = out.data() + start;
+// after it when there is one. Written at to; null, with nothing written
+// that counts, when two carets stand together.
+char* PutSeparateCodesStripped(char* to, std::string_view line) {
   const char *from = line.data(), *end = from + line.size();
   for (;;) {
     const auto* caret =
@@ -27,16 +24,11 @@ bool AppendSeparateCodesStripped(std::string& out, std::string_view line) {
     const char* run_end = caret != nullptr ? caret : end;
     std::memcpy(to, from, static_cast<std::size_t>(run_end - from));
     to += run_end - from;
-    if (caret == nullptr) break;
+    if (caret == nullptr) return to;
     from = caret + 1;
-    if (from < end && *from == '^') {
-      out.resize(start);
-      return false;
-    }
+    if (from < end && *from == '^') return nullptr;
     if (from < end && *from >= '0' && *from <= '9') ++from;
   }
-  out.resize(static_cast<std::size_t>(to - out.data()));
-  return true;
 }
 
 const TextSearcher kSentryDown("Sentry Gun was destroyed by ");
@@ -47,19 +39,19 @@ const TextSearcher kNeverKept[] = {TextSearcher("entered the game"), TextSearche
 
 }  // namespace
 
-void AppendColorCodesStripped(std::string& out, std::string_view line) {
-  if (AppendSeparateCodesStripped(out, line)) return;
+char* PutColorCodesStripped(char* to, std::string_view line) {
+  if (char* end = PutSeparateCodesStripped(to, line)) return end;
   std::string text(line);
   for (std::string_view code : kColorCodes) {
     if (text.find(code) != std::string::npos) text = ReplaceAll(text, code, "");
   }
-  out.append(text);
+  std::memcpy(to, text.data(), text.size());
+  return to + text.size();
 }
 
 std::string StripColorCodes(std::string_view line) {
-  std::string text;
-  text.reserve(line.size());
-  AppendColorCodesStripped(text, line);
+  std::string text(line.size(), '\0');
+  text.resize(static_cast<std::size_t>(PutColorCodesStripped(text.data(), line) - text.data()));
   return text;
 }
 

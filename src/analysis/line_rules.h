@@ -11,8 +11,8 @@ namespace vantor {
 // order, each on the result of the one before) and without any caret left.
 std::string StripColorCodes(std::string_view line);
 
-// The same, appended to out.
-void AppendColorCodesStripped(std::string& out, std::string_view line);
+// The same, written at to (room for line.size() bytes); returns where it ends.
+char* PutColorCodesStripped(char* to, std::string_view line);
 
 // What the import does with one line of the log.
 enum class LineFate { kKept, kIgnored, kChat };

@@ -25,14 +25,18 @@ class LineSet {
   // Makes the text a new line carries.
   using TextOf = std::string (*)(std::string_view line);
 
-  // The line's number (its hash from std::hash), added with text_of(line) when new.
-  std::uint32_t Number(std::string_view line, std::size_t hash, TextOf text_of);
-  // Numbers the lines whose number is kUnknown, adding them when new.
-  void NumberUnknown(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
-                     std::vector<std::uint32_t>& numbers, TextOf text_of);
+  // The hash a line is looked up by.
+  static std::uint64_t Hash(std::string_view line);
+
+  // The line's number (hash: its Hash), added with text_of(line) when new.
+  std::uint32_t Number(std::string_view line, std::uint64_t hash, TextOf text_of);
+  // Numbers the lines at the indices which, adding them when new.
+  void NumberAt(const std::vector<std::uint32_t>& which, const std::vector<std::string_view>& lines,
+                const std::vector<std::uint64_t>& hashes, std::vector<std::uint32_t>& numbers,
+                TextOf text_of);
   // The numbers of lines known to the set, kUnknown for the others, and
   // the texts they carry (valid while the set is; empty for the others).
-  void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::size_t>& hashes,
+  void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::uint64_t>& hashes,
                std::vector<std::uint32_t>& numbers, std::vector<std::string_view>& texts) const;
   // The text the line numbered number carries.
   std::string_view TextOfNumber(std::uint32_t number) const;
@@ -51,18 +55,20 @@ class LineSet {
   static constexpr std::uint64_t kStartMask = (std::uint64_t{1} << kStartBits) - 1;
 
   // Where the line stands, or the free slot where it would go.
-  std::size_t SlotOf(std::string_view line, std::size_t hash) const;
+  std::size_t SlotOf(std::string_view line, std::uint64_t hash) const;
+  // The same as far as tag and length tell (the bytes are asked for, to be
+  // compared once they are there).
+  std::size_t Candidate(std::string_view line, std::uint64_t hash) const;
   // The text kept after the bytes that start at start and run for length.
   std::string_view TextAfter(std::uint64_t start, std::uint32_t length) const;
-  void Prefetch(std::size_t hash, bool bytes) const;
+  void Prefetch(std::uint64_t hash, bool bytes) const;
   void Grow();
 
   LargeVector<char> bytes_;
   LargeVector<Slot> slots_;             // open addressing, at most half full
-  LargeVector<std::size_t> hashes_;     // by number, so that growing hashes nothing again
+  LargeVector<std::uint64_t> hashes_;   // by number, so that growing hashes nothing again
   LargeVector<std::uint64_t> text_at_;  // by number: where its text's length stands in bytes_
   std::size_t count_ = 0;
-  std::vector<std::size_t> unknown_;  // NumberUnknown's, kept for its capacity
 };
 
 }  // namespace vantor

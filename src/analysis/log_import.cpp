@@ -108,15 +108,15 @@ class SortedPieces {
         kept_before_(sheet.List1.Count()) {}
 
   // On any thread: the copy of the distinct kept lines taken up so far (none at first).
-  std::shared_ptr<const LineSet> Known() const {
+  std::shared_ptr<const KnownLines> Known() const {
     std::lock_guard lock(known_mutex_);
     return known_;
   }
 
   void TakeUp(SortedPiece& piece) {
-    ignored_.WriteRaw(piece.ignored);
-    chat_.WriteRaw(piece.chat);
-    log_output_.WriteRaw(piece.log_output);
+    ignored_.WriteBlock(piece.ignored);
+    chat_.WriteBlock(piece.chat);
+    log_output_.WriteBlock(piece.log_output);
     for (const MarkerBytes& marker : piece.marker_lines)
       marker_bytes_.push_back(
           {marker.row, piece.lines.offset + marker.begin, piece.lines.offset + marker.end});
@@ -125,16 +125,25 @@ class SortedPieces {
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
     }
     WorksheetList& list = sheet_.List1;
-    lines_seen_.NumberUnknown(piece.kept, piece.kept_hashes, piece.kept_in_set, StripColorCodes);
-    for (std::size_t i = 0; i < piece.kept.size(); ++i) {
+    lines_seen_.NumberAt(piece.unknown, piece.kept, piece.kept_hashes, piece.kept_in_set, StripColorCodes);
+    for (const std::uint32_t i : piece.unknown) {
       const std::uint32_t number = piece.kept_in_set[i];
       if (number == stripped_.size())
         stripped_.push_back(list.Pool().Intern(lines_seen_.TextOfNumber(number)));
-      list.AppendId(stripped_[number], PlaceOf(piece, i));
+      piece.kept_ids[i] = stripped_[number];
+    }
+    if (list.KeepsPlaces()) {
+      for (std::size_t i = 0; i < piece.kept_ids.size(); ++i)
+        list.AppendId(piece.kept_ids[i], PlaceOf(piece, i));
+    } else {
+      list.AppendIds(piece.kept_ids);
     }
     kept_before_ += piece.kept.size();
     lines_ += piece.line_count;
-    if (lines_seen_.Size() >= 2 * shared_size_ + kFirstShared) Share();
+    // A line the copy lacks is numbered here, on one thread, every time it
+    // comes again: the copy is renewed once the lines it lacks are an eighth
+    // of those it has.
+    if (lines_seen_.Size() >= shared_size_ + shared_size_ / 8 + kFirstShared) Share();
   }
 
   // The marker lines taken up, in the log's bytes.
@@ -158,7 +167,7 @@ class SortedPieces {
   static constexpr std::size_t kFirstShared = 1024;
 
   void Share() {
-    auto copy = std::make_shared<const LineSet>(lines_seen_);
+    auto copy = std::make_shared<const KnownLines>(KnownLines{lines_seen_, stripped_});
     shared_size_ = lines_seen_.Size();
     std::lock_guard lock(known_mutex_);
     known_ = std::move(copy);
@@ -169,7 +178,7 @@ class SortedPieces {
   std::size_t shared_size_ = 0;
   std::vector<MarkerBytes> marker_bytes_;
   mutable std::mutex known_mutex_;
-  std::shared_ptr<const LineSet> known_;  // the copy the sorting threads number lines from
+  std::shared_ptr<const KnownLines> known_;  // the copy the sorting threads number lines from
 };
 
 // A run that cuts matches names its logs by digest (the summary, the

@@ -3,18 +3,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
-
 namespace vantor {
-
-void LinesBuffer::Reserve(std::size_t n) {
-  if (capacity - size >= n) return;
-  const std::size_t grown = std::max(capacity * 2, size + n);
-  std::unique_ptr<char[]> bigger(new char[grown]);
-  if (size > 0) std::memcpy(bigger.get(), data.get(), size);
-  data = std::move(bigger);
-  capacity = grown;
-}
 
 std::uint64_t LogText::Size() const {
   struct stat st;

@@ -1,68 +1,79 @@
 #include "analysis/piece_sorting.h"
 
-#include <functional>
-
 #include "analysis/match_markers.h"
 
 namespace vantor {
 
+void SortedPiece::Clear() {
+  fates.clear();
+  ignored.Clear();
+  chat.Clear();
+  log_output.Clear();
+  kept.clear();
+  kept_hashes.clear();
+  kept_in_set.clear();
+  kept_texts.clear();
+  kept_ids.clear();
+  unknown.clear();
+  kept_numbers.clear();
+  markers.clear();
+  marker_lines.clear();
+}
+
 namespace {
 
-void AppendLine(std::string& bytes, std::string_view line) {
-  bytes.append(line);
-  bytes.append("\r\n");
-}
-
-void AppendLineStripped(std::string& bytes, std::string_view line) {
-  AppendColorCodesStripped(bytes, line);
-  bytes.append("\r\n");
-}
-
 // Each line's fate as far as it is decided without the texts that are
-// never kept; the lines that may be kept are hashed.
+// never kept; the lines that may be kept are hashed. Lines are numbered as
+// a text editor numbers them: a CR LF pair ends one line.
 void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
-  PhysicalLines numbers(piece.lines.end_before);
-  piece.scan.Scan(piece.lines.Bytes());
-  piece.scan.ForEachLine([&](std::string_view line, char end, bool has_colon, bool has_code7) {
-    const std::uint64_t number = numbers.Number(line, end);
+  const std::string_view bytes = piece.lines.Bytes();
+  piece.scan.Scan(bytes);
+  std::uint64_t count = 0;
+  piece.scan.ForEachLine([&](const LineScan::Line& at) {
+    const std::string_view line = bytes.substr(at.begin, at.end - at.begin);
+    // An LF first, after a CR that ended the piece before: the second half
+    // of a pair, the last line of that piece.
+    const bool pair_half = at.end == 0 && bytes[0] == '\n' && piece.lines.end_before == '\r';
+    const std::uint64_t number = pair_half ? count : ++count;
     if (needs.markers) {
       if (const auto row = MatchMarkerOf(line)) {
-        piece.markers.push_back({number, *row, piece.all.size()});
-        const auto begin = static_cast<std::size_t>(line.data() - piece.lines.data.get());
-        piece.marker_lines.push_back({*row, begin, begin + line.size() + 1});
+        piece.markers.push_back({number, *row, piece.fates.size()});
+        piece.marker_lines.push_back({*row, at.begin, at.end + 1});
       }
     }
-    const LineFate fate = ClassifyBeforeNeverKept(line, has_colon, has_code7);
-    piece.all.push_back(line);
-    piece.fates.push_back(fate);
+    const LineFate fate = ClassifyBeforeNeverKept(line, at.has_colon, at.has_code7);
+    piece.fates.push_back(static_cast<std::uint8_t>(fate));
     if (fate != LineFate::kKept) return;
     piece.kept.push_back(line);
-    piece.kept_hashes.push_back(std::hash<std::string_view>{}(line));
+    piece.kept_hashes.push_back(LineSet::Hash(line));
     if (needs.numbers) piece.kept_numbers.push_back(number);
   });
-  piece.line_count = numbers.Count();
+  piece.line_count = count;
 }
 
 // A line kept before is kept again; the others that hold a text that is
 // never kept are ignored after all and leave the kept lines.
-void DropNeverKept(SortedPiece& piece, const LineSet* known) {
+void DropNeverKept(SortedPiece& piece, const KnownLines* known) {
   if (known != nullptr) {
-    known->FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set, piece.kept_texts);
+    known->lines.FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set, piece.kept_texts);
   } else {
     piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
     piece.kept_texts.assign(piece.kept.size(), {});
   }
   std::size_t kept = 0, out = 0;
-  for (std::size_t i = 0; i < piece.all.size(); ++i) {
-    if (piece.fates[i] != LineFate::kKept) continue;
-    if (piece.kept_in_set[kept] == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
-      piece.fates[i] = LineFate::kIgnored;
+  for (std::uint8_t& fate : piece.fates) {
+    if (fate != static_cast<std::uint8_t>(LineFate::kKept)) continue;
+    const std::uint32_t number = piece.kept_in_set[kept];
+    if (number == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
+      fate = static_cast<std::uint8_t>(LineFate::kIgnored);
     } else {
       piece.kept[out] = piece.kept[kept];
       piece.kept_hashes[out] = piece.kept_hashes[kept];
-      piece.kept_in_set[out] = piece.kept_in_set[kept];
+      piece.kept_in_set[out] = number;
       piece.kept_texts[out] = piece.kept_texts[kept];
       if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[kept];
+      if (number == LineSet::kUnknown) piece.unknown.push_back(static_cast<std::uint32_t>(out));
+      piece.kept_ids.push_back(number == LineSet::kUnknown ? SortedPiece::kNoId : known->ids[number]);
       ++out;
     }
     ++kept;
@@ -74,46 +85,85 @@ void DropNeverKept(SortedPiece& piece, const LineSet* known) {
   if (!piece.kept_numbers.empty()) piece.kept_numbers.resize(out);
 }
 
+char* PutLine(char* to, std::string_view line) {
+  std::memcpy(to, line.data(), line.size());
+  to += line.size();
+  *to++ = '\r';
+  *to++ = '\n';
+  return to;
+}
+
+char* PutLineStripped(char* to, std::string_view line) {
+  to = PutColorCodesStripped(to, line);
+  *to++ = '\r';
+  *to++ = '\n';
+  return to;
+}
+
+// Where each side file's next byte goes, with room made for a whole piece:
+// a line gives at most its bytes and two, and every line uses at least one.
+struct SideEnds {
+  char *ignored, *chat, *log_output;
+
+  explicit SideEnds(SortedPiece& piece) {
+    const std::size_t room = 2 * piece.lines.bytes.size();
+    for (ByteBuffer* side : {&piece.ignored, &piece.chat, &piece.log_output}) side->Reserve(room);
+    ignored = piece.ignored.End();
+    chat = piece.chat.End();
+    log_output = piece.log_output.End();
+  }
+  void Close(SortedPiece& piece) const {
+    piece.ignored.SetEnd(ignored);
+    piece.chat.SetEnd(chat);
+    piece.log_output.SetEnd(log_output);
+  }
+};
+
 // The side files' bytes in line order; the markers learn how many kept
 // lines come before them.
 void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
-  std::size_t kept = 0, marker = 0;
-  for (std::size_t i = 0; i < piece.all.size(); ++i) {
-    for (; marker < piece.markers.size() && piece.markers[marker].kept_before == i; ++marker)
+  const std::string_view bytes = piece.lines.Bytes();
+  SideEnds to(piece);
+  std::size_t index = 0, kept = 0, marker = 0;
+  piece.scan.ForEachLineSpan([&](std::size_t begin, std::size_t end, bool pair) {
+    for (; marker < piece.markers.size() && piece.markers[marker].kept_before == index; ++marker)
       piece.markers[marker].kept_before = kept;
-    const std::string_view line = piece.all[i];
-    switch (piece.fates[i]) {
+    const std::string_view line = bytes.substr(begin, end - begin);
+    switch (static_cast<LineFate>(piece.fates[index++])) {
       case LineFate::kKept:
         // A line seen before brings its text without colour codes along.
         if (needs.log_output && piece.kept_in_set[kept] != LineSet::kUnknown) {
-          AppendLine(piece.log_output, piece.kept_texts[kept]);
+          to.log_output = PutLine(to.log_output, piece.kept_texts[kept]);
         } else if (needs.log_output) {
-          AppendLineStripped(piece.log_output, line);
+          to.log_output = PutLineStripped(to.log_output, line);
         }
         ++kept;
         break;
       case LineFate::kIgnored:
-        if (needs.ignored) AppendLine(piece.ignored, line);
+        if (needs.ignored) to.ignored = PutLine(to.ignored, line);
         break;
       case LineFate::kChat:
         if (needs.chat) {
-          const std::size_t start = piece.chat.size();
-          AppendLineStripped(piece.chat, line);
+          char* const start = to.chat;
+          to.chat = PutLineStripped(to.chat, line);
           // Stripped once: ignored.txt takes the same bytes.
-          if (needs.ignored) piece.ignored.append(std::string_view(piece.chat).substr(start));
+          if (needs.ignored) to.ignored = PutLine(to.ignored, std::string_view(start, to.chat - start - 2));
         } else if (needs.ignored) {
-          AppendLineStripped(piece.ignored, line);
+          to.ignored = PutLineStripped(to.ignored, line);
         }
         break;
     }
-  }
+    // The empty line between the two bytes of a CR LF pair is ignored.
+    if (pair && needs.ignored) to.ignored = PutLine(to.ignored, {});
+  });
+  to.Close(piece);
 }
 
 }  // namespace
 
 // Most kept lines repeat earlier ones, and known lines need no search for
 // the texts that are never kept: they are looked up in a batch first.
-void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet* known) {
+void SortLines(SortedPiece& piece, const SortingNeeds& needs, const KnownLines* known) {
   piece.Clear();
   SortFirst(piece, needs);
   DropNeverKept(piece, known);

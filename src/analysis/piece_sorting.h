@@ -4,53 +4,51 @@
 // side by side, and their results are taken up in log order.
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "analysis/byte_buffer.h"
 #include "analysis/line_rules.h"
 #include "analysis/line_scan.h"
 #include "analysis/line_set.h"
 #include "analysis/log_pieces.h"
 #include "analysis/span_digests.h"
+#include "analysis/string_pool.h"
 
 namespace vantor {
+
+// The distinct kept lines taken up so far, each with the id its text
+// without colour codes has in the worksheet's pool.
+struct KnownLines {
+  LineSet lines;
+  std::vector<TextId> ids;  // by number in lines
+};
 
 // A piece of a log and what the import makes of its lines. Numbers are
 // counted from the start of the piece.
 struct SortedPiece {
+  static constexpr TextId kNoId = UINT32_MAX;
+
   LinesBuffer lines;
   LineScan scan;
-  std::string ignored, chat, log_output;  // the side files' bytes, line ends included
-  std::vector<std::string_view> kept;     // into lines
-  std::vector<std::size_t> kept_hashes;
+  ByteBuffer ignored, chat, log_output;  // the side files' bytes, line ends included
+  std::vector<std::string_view> kept;    // into lines
+  std::vector<std::uint64_t> kept_hashes;
   std::vector<std::uint32_t> kept_in_set;    // their numbers among the distinct kept lines, when known
   std::vector<std::string_view> kept_texts;  // and then their texts without colour codes
+  std::vector<TextId> kept_ids;              // and the ids of those texts; kNoId when not known
+  std::vector<std::uint32_t> unknown;        // the kept lines that are not known
   std::vector<std::uint64_t> kept_numbers;   // when places are kept
-  std::vector<std::string_view> all;         // every line, into lines
-  std::vector<LineFate> fates;               // parallel to all
+  std::vector<std::uint8_t> fates;           // per line the scan meets, its LineFate
   struct Marker {
     std::uint64_t number;
-    std::size_t row, kept_before;  // while sorting: the line's index in all
+    std::size_t row, kept_before;  // while sorting: the line's index in fates
   };
   std::vector<Marker> markers;
   std::vector<MarkerBytes> marker_lines;  // parallel to markers, in the piece's bytes
   std::uint64_t line_count = 0;
 
-  void Clear() {
-    all.clear();
-    fates.clear();
-    ignored.clear();
-    chat.clear();
-    log_output.clear();
-    kept.clear();
-    kept_hashes.clear();
-    kept_in_set.clear();
-    kept_texts.clear();
-    kept_numbers.clear();
-    markers.clear();
-    marker_lines.clear();
-  }
+  void Clear();
 };
 
 // What the sorting of a piece writes down.
@@ -60,6 +58,6 @@ struct SortingNeeds {
 
 // Sorts the piece's lines; known: the distinct kept lines taken up so far
 // (none at first), whose lines are kept again without further search.
-void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet* known);
+void SortLines(SortedPiece& piece, const SortingNeeds& needs, const KnownLines* known);
 
 }  // namespace vantor

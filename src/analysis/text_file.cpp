@@ -226,25 +226,36 @@ constexpr std::size_t kFlushAt = 1 << 20;
 
 void TextFileWriter::Flush() {
   if (file_ == nullptr || !result_.ok || pending_.empty()) {
-    pending_.clear();
+    pending_.Clear();
     return;
   }
   if (!writer_) writer_ = std::make_unique<BackgroundWriter>(file_);
   pending_ = writer_->Write(std::move(pending_));
-  pending_.reserve(kFlushAt + 4096);
+  pending_.Reserve(kFlushAt + 4096);
 }
 
 void TextFileWriter::WriteLine(std::string_view line) {
   if (file_ == nullptr || !result_.ok) return;
-  pending_.append(line);
-  pending_.append("\r\n");
+  pending_.Append(line);
+  pending_.Append("\r\n");
   if (pending_.size() >= kFlushAt) Flush();
 }
 
 void TextFileWriter::WriteRaw(std::string_view bytes) {
   if (file_ == nullptr || !result_.ok) return;
-  pending_.append(bytes);
+  pending_.Append(bytes);
   if (pending_.size() >= kFlushAt) Flush();
+}
+
+void TextFileWriter::WriteBlock(ByteBuffer& block) {
+  // Small blocks gather first, so that a small file needs no thread.
+  if (file_ == nullptr || !result_.ok || pending_.size() + block.size() < kFlushAt) {
+    WriteRaw(block.View());
+    return block.Clear();
+  }
+  Flush();
+  if (!writer_) writer_ = std::make_unique<BackgroundWriter>(file_);
+  block = writer_->Write(std::move(block));
 }
 
 IoResult TextFileWriter::Commit() {
@@ -256,7 +267,7 @@ IoResult TextFileWriter::Commit() {
       std::fwrite(pending_.data(), 1, pending_.size(), file_) != pending_.size()) {
     Fail(errno);
   }
-  pending_.clear();
+  pending_.Clear();
   if (file_ != nullptr && std::fflush(file_) != 0) Fail(errno);
   if (result_.ok && !direct_ && fd_ >= 0) PutInPlace();
   Close();

@@ -17,6 +17,8 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/byte_buffer.h"
+
 namespace vantor {
 
 class BackgroundWriter;
@@ -41,6 +43,9 @@ class TextFileWriter {
   void WriteLine(std::string_view line);
   // Bytes exactly as given, line ends included.
   void WriteRaw(std::string_view bytes);
+  // The same for a block of bytes, which is handed to the writing thread
+  // when it is large and replaced by an empty one to fill again.
+  void WriteBlock(ByteBuffer& block);
   // Whether lines given now are written (false when refused, discarded or failed).
   bool Writes() const { return file_ != nullptr && result_.ok; }
   // Finishes the file and puts it in place of the target.
@@ -58,7 +63,7 @@ class TextFileWriter {
 
   std::string target_;    // as given: what messages name
   std::string resolved_;  // the file written: symbolic links followed
-  std::string pending_;
+  ByteBuffer pending_;
   std::string temp_;  // a named temporary file, when the system has no unnamed ones
   int fd_ = -1;
   int slot_ = -1;        // where the interrupt handler finds a named temporary file

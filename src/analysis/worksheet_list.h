@@ -40,6 +40,11 @@ class WorksheetList {
     ids_.push_back(id);
     if (keeps_places_) places_.push_back(place);
   }
+  // Appends rows without places.
+  void AppendIds(const std::vector<TextId>& ids) {
+    ids_.insert(ids_.end(), ids.begin(), ids.end());
+    if (keeps_places_) places_.resize(ids_.size());
+  }
   void Clear() {
     ids_.clear();
     places_.clear();
@@ -64,9 +69,10 @@ class WorksheetList {
   const StringPool& Pool() const { return *pool_; }
   StringPool& Pool() { return *pool_; }
   std::shared_ptr<StringPool> SharedPool() const { return pool_; }
-  // Adds n empty rows, to be set in place (from several threads, a row each).
+  // Adds n rows, each to be set in place before it is read (from several
+  // threads, a row each).
   void Grow(std::size_t n) {
-    ids_.resize(ids_.size() + n, StringPool::kEmpty);
+    ids_.resize(ids_.size() + n);
     if (keeps_places_) places_.resize(ids_.size());
   }
   void SetIdAt(std::size_t row, TextId id, const EventSource& place = {}) {

@@ -19,8 +19,8 @@ namespace {
 class RecognitionMemo {
  public:
   struct Event {
-    LineCut::Kind kind;
-    TextId first, second, third;
+    LineCut::Kind kind = LineCut::Kind::kNoMatch;
+    TextId first = StringPool::kEmpty, second = StringPool::kEmpty, third = StringPool::kEmpty;
   };
 
   // Every line of the worksheet is in the pool already: sized for them all.
@@ -69,25 +69,59 @@ std::size_t* CounterOf(EventCounts& counts, LineCut::Kind kind) {
   return nullptr;
 }
 
-// A stretch of List1's rows, and the event rows it starts at.
+// A stretch of List1's rows: the distinct lines it holds, in the order they
+// first come, with how often each comes; the event rows it starts at; and,
+// once its events are recorded, the rows that stay in List1.
 struct RowRange {
   std::size_t begin, end;
-  EventCounts before;
+  std::vector<TextId> first_seen;
+  std::vector<std::uint32_t> times;  // by id
+  EventCounts before{};
+  std::vector<TextId> stays;
+  std::vector<EventSource> stay_places;  // when the list keeps places
 };
 
-// Recognises every distinct line and counts the events of each range, then
-// makes room for them all: the ranges can then be filled side by side, each
-// at its own place in the event lists.
+// Runs work(0) .. work(n - 1), each on a thread of its own but the first;
+// one that cannot have a thread runs on the caller's afterwards.
+template <typename Work>
+void SideBySide(std::size_t n, Work work) {
+  std::vector<std::thread> threads;
+  threads.reserve(n);  // no allocation failure once threads run
+  std::size_t started = 1;
+  try {
+    for (; started < n; ++started) threads.emplace_back(work, started);
+  } catch (const std::system_error&) {
+  }
+  work(0);
+  for (std::thread& thread : threads) thread.join();
+  for (std::size_t i = started; i < n; ++i) work(i);
+}
+
+// Which lines each range holds, on every core; then every distinct line
+// is recognised once (names join the pool in the order their lines first
+// come in List1), the events of each range are counted from how often its
+// lines come, and room is made for them all: the ranges can then be filled
+// side by side, each at its own place in the event lists.
 std::vector<RowRange> RecogniseAndCount(Worksheet& sheet, RecognitionMemo& memo, std::size_t ranges) {
   const TextIds& lines = sheet.List1.Ids();
+  std::vector<RowRange> cut(ranges);
+  SideBySide(ranges, [&](std::size_t r) {
+    RowRange& range = cut[r];
+    range.begin = lines.size() * r / ranges;
+    range.end = lines.size() * (r + 1) / ranges;
+    range.times.assign(sheet.List1.Pool().Size(), 0);
+    for (std::size_t row = range.begin; row < range.end; ++row) {
+      if (range.times[lines[row]]++ == 0) range.first_seen.push_back(lines[row]);
+    }
+  });
   EventCounts counts = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
   const EventCounts start = counts;
-  std::vector<RowRange> cut;
-  for (std::size_t r = 0; r < ranges; ++r) {
-    cut.push_back({lines.size() * r / ranges, lines.size() * (r + 1) / ranges, counts});
-    for (std::size_t row = cut.back().begin; row < cut.back().end; ++row) {
-      if (std::size_t* counter = CounterOf(counts, memo.Of(lines[row]).kind)) ++*counter;
+  for (RowRange& range : cut) {
+    range.before = counts;
+    for (const TextId line : range.first_seen) {
+      if (std::size_t* counter = CounterOf(counts, memo.Of(line).kind)) *counter += range.times[line];
     }
+    range.times = {};
   }
   for (WorksheetList* list : {&sheet.List2, &sheet.List3, &sheet.List4}) list->Grow(counts[0] - start[0]);
   for (WorksheetList* list : {&sheet.List5, &sheet.List6}) list->Grow(counts[1] - start[1]);
@@ -126,10 +160,10 @@ std::vector<std::size_t> MarkerRows(const Worksheet& sheet) {
   return rows;
 }
 
-// Records the events of a range's rows in place, and which rows stay in
-// List1: those no rule recognised that are not blank.
-void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const RowRange& range,
-               const std::vector<std::size_t>& marker_rows, LargeVector<std::uint8_t>& stays) {
+// Records the events of a range's rows in place, and keeps the rows that
+// stay in List1: those no rule recognised that are not blank.
+void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const std::vector<std::size_t>& marker_rows,
+               RowRange& range) {
   const WorksheetList& lines = sheet.List1;
   EventCounts at = range.before;
   auto marker = std::lower_bound(marker_rows.begin(), marker_rows.end(), range.begin);
@@ -138,25 +172,12 @@ void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const RowRange& ra
       sheet.Markers[static_cast<std::size_t>(marker - marker_rows.begin())].events_before = at;
     const TextId line = lines.IdAt(row);
     const RecognitionMemo::Event& event = memo.Known(line);
-    Record(sheet, event, {lines.PlaceAt(row).place, line}, at);
-    stays[row] = event.kind == LineCut::Kind::kNoMatch && line != StringPool::kEmpty;
+    const EventSource source{lines.PlaceAt(row).place, line};
+    Record(sheet, event, source, at);
+    if (event.kind != LineCut::Kind::kNoMatch || line == StringPool::kEmpty) continue;
+    range.stays.push_back(line);
+    if (lines.KeepsPlaces()) range.stay_places.push_back(lines.PlaceAt(row));
   }
-}
-
-// Runs work(0) .. work(n - 1), each on a thread of its own but the first;
-// one that cannot have a thread runs on the caller's afterwards.
-template <typename Work>
-void SideBySide(std::size_t n, Work work) {
-  std::vector<std::thread> threads;
-  threads.reserve(n);  // no allocation failure once threads run
-  std::size_t started = 1;
-  try {
-    for (; started < n; ++started) threads.emplace_back(work, started);
-  } catch (const std::system_error&) {
-  }
-  work(0);
-  for (std::thread& thread : threads) thread.join();
-  for (std::size_t i = started; i < n; ++i) work(i);
 }
 
 }  // namespace
@@ -167,17 +188,21 @@ void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   // A core that hashes the logs (for the summary or the archive) is left to it.
   const std::size_t cores = WorkerThreads() - (sheet.PendingDigests.empty() || WorkerThreads() == 1 ? 0 : 1);
   const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(cores, lines.Count()));
-  const std::vector<RowRange> cut = RecogniseAndCount(sheet, memo, ranges);
+  std::vector<RowRange> cut = RecogniseAndCount(sheet, memo, ranges);
   const std::vector<std::size_t> marker_rows = MarkerRows(sheet);
-  LargeVector<std::uint8_t> stays(lines.Count());
-  SideBySide(cut.size(), [&](std::size_t r) { FillRange(sheet, memo, cut[r], marker_rows, stays); });
+  SideBySide(cut.size(), [&](std::size_t r) { FillRange(sheet, memo, marker_rows, cut[r]); });
   // Markers after the last row learn the totals.
   const EventCounts totals = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
   for (std::size_t m = 0; m < marker_rows.size(); ++m) {
     if (marker_rows[m] >= lines.Count()) sheet.Markers[m].events_before = totals;
   }
-  lines.RetainIf([&](std::size_t row) { return stays[row] != 0; });
-  lines.ShrinkToFit();  // most rows were recognised: let their places go
+  // Most rows were recognised: the list is made anew from those that stay.
+  lines.Clear();
+  lines.ShrinkToFit();
+  for (const RowRange& range : cut) {
+    for (std::size_t i = 0; i < range.stays.size(); ++i)
+      lines.AppendId(range.stays[i], i < range.stay_places.size() ? range.stay_places[i] : EventSource{});
+  }
 }
 
 }  // namespace vantor
