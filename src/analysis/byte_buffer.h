@@ -11,6 +11,19 @@
 
 namespace vantor {
 
+// How far a copy of a line may read and write past the bytes it copies:
+// the buffers lines are copied from and into keep this much room after
+// their last byte.
+inline constexpr std::size_t kCopySlack = 32;
+
+// Copies n bytes kCopySlack at a time, reading and writing up to
+// kCopySlack - 1 bytes past them: a line is a few dozen bytes, and a call
+// to the C library for each would cost more than the copy.
+inline char* CopyWithSlack(char* to, const char* from, std::size_t n) {
+  for (std::size_t at = 0; at < n; at += kCopySlack) std::memcpy(to + at, from + at, kCopySlack);
+  return to + n;
+}
+
 class ByteBuffer {
  public:
   ByteBuffer() = default;

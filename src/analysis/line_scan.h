@@ -66,7 +66,18 @@ class LineScan {
       if (!sought || at < from) Seek(from);
       return at < to;
     }
-    void Seek(std::size_t from);
+    void Seek(std::size_t from) {
+      sought = true;
+      for (std::size_t word = from / 64; word < mask.size(); ++word) {
+        std::uint64_t bits = mask[word];
+        if (word == from / 64) bits &= ~std::uint64_t{0} << (from % 64);
+        if (bits != 0) {
+          at = word * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
+          return;
+        }
+      }
+      at = mask.size() * 64;
+    }
   };
 
   std::string_view bytes_;

@@ -2,21 +2,32 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
+
+#include "analysis/byte_buffer.h"
+#include "analysis/large_array.h"
 
 namespace vantor {
 
 namespace {
 
 constexpr std::size_t kFirstSlots = 1 << 12;  // a power of two
-// How far ahead a batch asks for slots, then the bytes they point to.
-constexpr std::size_t kSlotAhead = 16, kBytesAhead = 8;
+constexpr std::size_t kChunk = std::size_t{4} << 20;
+constexpr int kAddressBits = 48;
+constexpr std::uint64_t kAddressMask = (std::uint64_t{1} << kAddressBits) - 1;
 
-std::uint64_t TagOf(std::uint64_t hash) { return hash >> 40 << 40; }
+std::uint64_t TagOf(std::uint64_t hash) { return hash >> kAddressBits << kAddressBits; }
+
+const char* BytesOf(std::uint64_t bytes_and_tag) {
+  return reinterpret_cast<const char*>(bytes_and_tag & kAddressMask);
+}
+
+__extension__ typedef unsigned __int128 Wide;  // the compiler's, not the language's
 
 // The high and low halves of a 128-bit product folded together.
 std::uint64_t Mix(std::uint64_t a, std::uint64_t b) {
-  const unsigned __int128 product = static_cast<unsigned __int128>(a) * b;
+  const Wide product = static_cast<Wide>(a) * b;
   return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
@@ -51,123 +62,132 @@ std::uint64_t LineSet::Hash(std::string_view line) {
   return Mix(kOdd[1] ^ line.size(), Mix(first ^ kOdd[1], last ^ state ^ kOdd[2]));
 }
 
-LineSet::LineSet() : slots_(kFirstSlots) {}
-
-void LineSet::Prefetch(std::uint64_t hash, bool bytes) const {
-  const Slot& slot = slots_[hash & (slots_.size() - 1)];
-  if (!bytes) return __builtin_prefetch(&slot);
-  const std::uint64_t start = (slot.start_and_tag & kStartMask);
-  if (slot.number_plus_one == 0) return;
-  // The line's bytes and the text after them: two or three cache lines.
-  const char* at = bytes_.data() + start;
-  __builtin_prefetch(at);
-  __builtin_prefetch(at + slot.length);
-  __builtin_prefetch(at + slot.length + 60);
+LineSet::Table::Table(std::size_t size) : mask(size - 1), slots(LargeArrayAllocator<Slot>().allocate(size)) {
+  std::uninitialized_default_construct_n(slots, size);
 }
 
-std::size_t LineSet::SlotOf(std::string_view line, std::uint64_t hash) const {
-  const std::size_t mask = slots_.size() - 1;
-  const std::uint64_t tag = TagOf(hash);
-  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-    const Slot& slot = slots_[at];
-    if (slot.number_plus_one == 0) return at;
-    if (slot.length != line.size() || (slot.start_and_tag & ~kStartMask) != tag) continue;
-    if (std::memcmp(bytes_.data() + (slot.start_and_tag ^ tag), line.data(), line.size()) == 0) return at;
+LineSet::Table::~Table() { LargeArrayAllocator<Slot>().deallocate(slots, mask + 1); }
+
+LineSet::LineSet() {
+  tables_.push_back(std::make_unique<Table>(kFirstSlots));
+  table_.store(tables_.back().get(), std::memory_order_release);
+}
+
+LineSet::~LineSet() {
+  for (const auto& [chunk, size] : chunks_) UnmapLargeArray(chunk, size);
+}
+
+bool LineSet::Holds(const Slot& slot, std::string_view line) {
+  return std::memcmp(BytesOf(slot.bytes_and_tag), line.data(), line.size()) == 0;
+}
+
+std::size_t LineSet::SlotOf(const Table& table, std::string_view line, std::uint64_t hash) {
+  for (std::size_t at = Candidate(table, line, hash, hash & table.mask);;
+       at = Candidate(table, line, hash, (at + 1) & table.mask)) {
+    const Slot& slot = table.slots[at];
+    // A tag and length alike but other bytes: the probe goes on past it.
+    if (slot.id_plus_one.load(std::memory_order_acquire) == 0 || Holds(slot, line)) return at;
   }
 }
 
-std::string_view LineSet::TextAfter(std::uint64_t start, std::uint32_t length) const {
-  const char* at = bytes_.data() + start + length;
-  std::uint32_t text_length;
-  std::memcpy(&text_length, at, sizeof text_length);
-  return {at + sizeof text_length, text_length};
-}
-
-std::string_view LineSet::TextOfNumber(std::uint32_t number) const { return TextAfter(text_at_[number], 0); }
-
-std::uint32_t LineSet::Number(std::string_view line, std::uint64_t hash, TextOf text_of) {
-  const std::size_t at = SlotOf(line, hash);
-  if (slots_[at].number_plus_one != 0) return slots_[at].number_plus_one - 1;
-  const std::string text = text_of(line);
-  const std::size_t added = line.size() + sizeof(std::uint32_t) + text.size();
-  if (count_ >= kUnknown - 1 || line.size() > UINT32_MAX || text.size() > UINT32_MAX ||
-      bytes_.size() + added >= (std::uint64_t{1} << kStartBits))
-    throw std::length_error("too many distinct lines");
-  const auto number = static_cast<std::uint32_t>(count_++);
-  slots_[at] = {number + 1, static_cast<std::uint32_t>(line.size()), bytes_.size() | TagOf(hash)};
-  bytes_.insert(bytes_.end(), line.begin(), line.end());
-  text_at_.push_back(bytes_.size());
-  const auto text_length = static_cast<std::uint32_t>(text.size());
-  const char* length_bytes = reinterpret_cast<const char*>(&text_length);
-  bytes_.insert(bytes_.end(), length_bytes, length_bytes + sizeof text_length);
-  bytes_.insert(bytes_.end(), text.begin(), text.end());
-  hashes_.push_back(hash);
-  if (count_ * 2 > slots_.size()) Grow();
-  return number;
-}
-
-void LineSet::NumberAt(const std::vector<std::uint32_t>& which, const std::vector<std::string_view>& lines,
-                       const std::vector<std::uint64_t>& hashes, std::vector<std::uint32_t>& numbers,
-                       TextOf text_of) {
-  for (std::size_t k = 0; k < which.size(); ++k) {
-    if (k + kSlotAhead < which.size()) Prefetch(hashes[which[k + kSlotAhead]], false);
-    if (k + kBytesAhead < which.size()) Prefetch(hashes[which[k + kBytesAhead]], true);
-    numbers[which[k]] = Number(lines[which[k]], hashes[which[k]], text_of);
-  }
-}
-
-std::size_t LineSet::Candidate(std::string_view line, std::uint64_t hash) const {
-  const std::size_t mask = slots_.size() - 1;
+std::size_t LineSet::Candidate(const Table& table, std::string_view line, std::uint64_t hash,
+                               std::size_t from) {
   const std::uint64_t tag = TagOf(hash);
-  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-    const Slot& slot = slots_[at];
-    if (slot.number_plus_one == 0) return at;
-    if (slot.length != line.size() || (slot.start_and_tag & ~kStartMask) != tag) continue;
+  for (std::size_t at = from;; at = (at + 1) & table.mask) {
+    const Slot& slot = table.slots[at];
+    if (slot.id_plus_one.load(std::memory_order_acquire) == 0) return at;
+    if (slot.length != line.size() || (slot.bytes_and_tag & ~kAddressMask) != tag) continue;
     // The line's bytes and the length of its text, and the text's start.
-    const char* bytes = bytes_.data() + (slot.start_and_tag & kStartMask);
+    const char* bytes = BytesOf(slot.bytes_and_tag);
     __builtin_prefetch(bytes);
     __builtin_prefetch(bytes + slot.length + sizeof(std::uint32_t) - 1);
-    __builtin_prefetch(bytes + slot.length + 2 * sizeof(std::uint32_t) + 32);
+    __builtin_prefetch(bytes + slot.length + sizeof(std::uint32_t) + 32);
     return at;
   }
 }
 
-// A lookup waits on memory twice, for a slot and for the bytes it points
-// to, so the batch runs three stages apart: the slots of the lines 2 *
-// kAhead on are asked for, the matching slots of the lines kAhead on are
-// found and their bytes asked for, and this line's bytes are compared.
-void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vector<std::uint64_t>& hashes,
-                      std::vector<std::uint32_t>& numbers, std::vector<std::string_view>& texts) const {
-  constexpr std::size_t kAhead = 8;
-  const std::size_t n = lines.size(), mask = slots_.size() - 1;
-  numbers.resize(n);
-  texts.resize(n);
-  std::size_t candidates[kAhead];  // by line index modulo kAhead
-  for (std::size_t i = 0; i < std::min(n, 2 * kAhead); ++i) __builtin_prefetch(&slots_[hashes[i] & mask]);
-  for (std::size_t i = 0; i < std::min(n, kAhead); ++i) candidates[i] = Candidate(lines[i], hashes[i]);
-  for (std::size_t i = 0; i < n; ++i) {
-    const Slot* slot = &slots_[candidates[i % kAhead]];
-    // A tag and length alike but other bytes: rare, looked up again.
-    if (slot->number_plus_one != 0 && std::memcmp(bytes_.data() + (slot->start_and_tag & kStartMask),
-                                                  lines[i].data(), lines[i].size()) != 0)
-      slot = &slots_[SlotOf(lines[i], hashes[i])];
-    if (i + 2 * kAhead < n) __builtin_prefetch(&slots_[hashes[i + 2 * kAhead] & mask]);
-    if (i + kAhead < n) candidates[i % kAhead] = Candidate(lines[i + kAhead], hashes[i + kAhead]);
-    numbers[i] = slot->number_plus_one - 1;  // free: kUnknown
-    texts[i] = slot->number_plus_one == 0 ? std::string_view()
-                                          : TextAfter((slot->start_and_tag & kStartMask), slot->length);
+char* LineSet::Room(std::size_t bytes) {
+  // A text is copied with slack: there is room for it after the last one.
+  if (chunks_.empty() || chunks_.back().second - chunk_used_ < bytes + kCopySlack) {
+    const std::size_t size = std::max(kChunk, bytes + kCopySlack);
+    chunks_.emplace_back(static_cast<char*>(MapLargeArray(size)), size);
+    chunk_used_ = 0;
   }
+  char* room = chunks_.back().first + chunk_used_;
+  chunk_used_ += bytes;
+  return room;
+}
+
+void LineSet::Insert(Table& table, std::size_t at, std::string_view line, std::uint64_t hash,
+                     std::string_view text, std::uint32_t id) {
+  if (count_ >= kUnknown - 1 || line.size() > UINT32_MAX || text.size() > UINT32_MAX)
+    throw std::length_error("too many distinct lines");
+  // The line's bytes, its text's length and its text.
+  char* bytes = Room(line.size() + sizeof(std::uint32_t) + text.size());
+  std::memcpy(bytes, line.data(), line.size());
+  const auto text_length = static_cast<std::uint32_t>(text.size());
+  std::memcpy(bytes + line.size(), &text_length, sizeof text_length);
+  if (!text.empty()) std::memcpy(bytes + line.size() + sizeof text_length, text.data(), text.size());
+  const auto length = static_cast<std::uint32_t>(line.size());
+  const std::uint64_t bytes_and_tag = reinterpret_cast<std::uintptr_t>(bytes) | TagOf(hash);
+  Slot& slot = table.slots[at];
+  slot.length = length;
+  slot.bytes_and_tag = bytes_and_tag;
+  slot.id_plus_one.store(id + 1, std::memory_order_release);
+  placed_.push_back({hash, length, bytes_and_tag, id});
+  // At most half full, so a probe stays short.
+  if (++count_ * 2 > table.mask + 1) Grow();
 }
 
 void LineSet::Grow() {
-  LargeVector<Slot> old(slots_.size() * 2);
-  old.swap(slots_);
-  const std::size_t mask = slots_.size() - 1;
-  for (const Slot& slot : old) {
-    if (slot.number_plus_one == 0) continue;
-    std::size_t at = hashes_[slot.number_plus_one - 1] & mask;
-    while (slots_[at].number_plus_one != 0) at = (at + 1) & mask;
-    slots_[at] = slot;
+  const Table& old = *tables_.back();
+  auto table = std::make_unique<Table>(2 * (old.mask + 1));
+  for (const Placed& line : placed_) {
+    std::size_t at = line.hash & table->mask;
+    while (table->slots[at].id_plus_one.load(std::memory_order_relaxed) != 0) at = (at + 1) & table->mask;
+    table->slots[at].length = line.length;
+    table->slots[at].bytes_and_tag = line.bytes_and_tag;
+    table->slots[at].id_plus_one.store(line.id + 1, std::memory_order_relaxed);
+  }
+  // Readers that hold the old table go on with it.
+  table_.store(table.get(), std::memory_order_release);
+  tables_.push_back(std::move(table));
+}
+
+// A batch runs three stages apart: the slots of the lines 2 * kAhead on are
+// asked for, the matching slots of the lines kAhead on are found and their
+// bytes asked for, and this line's bytes are compared.
+void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vector<std::uint64_t>& hashes,
+                      std::vector<std::uint32_t>& ids, std::vector<std::string_view>& texts) const {
+  constexpr std::size_t kAhead = 8;
+  const Table& table = *table_.load(std::memory_order_acquire);
+  const std::size_t n = lines.size();
+  ids.resize(n);
+  texts.resize(n);
+  std::size_t candidates[kAhead];  // by line index modulo kAhead
+  for (std::size_t i = 0; i < std::min(n, 2 * kAhead); ++i)
+    __builtin_prefetch(&table.slots[hashes[i] & table.mask]);
+  for (std::size_t i = 0; i < std::min(n, kAhead); ++i)
+    candidates[i] = Candidate(table, lines[i], hashes[i], hashes[i] & table.mask);
+  for (std::size_t i = 0; i < n; ++i) {
+    const Slot* slot = &table.slots[candidates[i % kAhead]];
+    std::uint32_t id_plus_one = slot->id_plus_one.load(std::memory_order_acquire);
+    if (id_plus_one != 0 && !Holds(*slot, lines[i])) {
+      slot = &table.slots[SlotOf(table, lines[i], hashes[i])];
+      id_plus_one = slot->id_plus_one.load(std::memory_order_acquire);
+    }
+    if (i + 2 * kAhead < n) __builtin_prefetch(&table.slots[hashes[i + 2 * kAhead] & table.mask]);
+    if (i + kAhead < n) {
+      const std::size_t ahead = i + kAhead;
+      candidates[i % kAhead] = Candidate(table, lines[ahead], hashes[ahead], hashes[ahead] & table.mask);
+    }
+    ids[i] = id_plus_one - 1;  // free: kUnknown
+    texts[i] = {};
+    if (id_plus_one == 0) continue;
+    const char* text = BytesOf(slot->bytes_and_tag) + slot->length;
+    std::uint32_t text_length;
+    std::memcpy(&text_length, text, sizeof text_length);
+    texts[i] = {text + sizeof text_length, text_length};
   }
 }
 

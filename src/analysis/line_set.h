@@ -1,73 +1,101 @@
 #pragma once
-// The distinct lines of a log as it is read, each with a number in the
-// order it was first seen. Unlike the string pool it never hands a line
-// back as a string, so it keeps them all in one block of bytes: looking a
-// line up waits on memory twice (its slot, then its bytes) instead of three
-// times, and a batch asks for both a few lines ahead. A copy taken now and
-// then lets other threads look lines up while this one adds new ones.
-// Each line carries a text of its own (the import's: the line without its
-// colour codes), kept right after its bytes, where a lookup has just been.
+// The distinct lines of a log as it is read, each carrying a text of its
+// own (the import's: the line without its colour codes) and an id (that
+// text's in the worksheet's pool). One thread adds lines while any thread
+// looks lines up: a line is published only once its bytes are in place,
+// and a table outgrown is kept until the set goes, so a reader never waits
+// and never sees half a line; it may miss a line added a moment ago.
+//
+// A lookup waits on memory twice (a slot, then the bytes it points to), so
+// a batch asks for both a few lines ahead. A line's text is kept right
+// after its bytes, where the lookup has just been.
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
-
-#include "analysis/large_array.h"
 
 namespace vantor {
 
 class LineSet {
  public:
   static constexpr std::uint32_t kUnknown = UINT32_MAX;
+  // What a new line carries: its text and its id.
+  using Carried = std::pair<std::string, std::uint32_t>;
 
   LineSet();
-  // Makes the text a new line carries.
-  using TextOf = std::string (*)(std::string_view line);
+  ~LineSet();
+  LineSet(const LineSet&) = delete;
+  LineSet& operator=(const LineSet&) = delete;
 
   // The hash a line is looked up by.
   static std::uint64_t Hash(std::string_view line);
 
-  // The line's number (hash: its Hash), added with text_of(line) when new.
-  std::uint32_t Number(std::string_view line, std::uint64_t hash, TextOf text_of);
-  // Numbers the lines at the indices which, adding them when new.
-  void NumberAt(const std::vector<std::uint32_t>& which, const std::vector<std::string_view>& lines,
-                const std::vector<std::uint64_t>& hashes, std::vector<std::uint32_t>& numbers,
-                TextOf text_of);
-  // The numbers of lines known to the set, kUnknown for the others, and
-  // the texts they carry (valid while the set is; empty for the others).
+  // On the adding thread: the id the line carries (hash: its Hash), added
+  // with what carried(line) gives when it is new.
+  template <typename Carry>
+  std::uint32_t Add(std::string_view line, std::uint64_t hash, Carry&& carried) {
+    Table& table = *table_.load(std::memory_order_relaxed);
+    const std::size_t at = SlotOf(table, line, hash);
+    if (const std::uint32_t found = table.slots[at].id_plus_one.load(std::memory_order_relaxed))
+      return found - 1;
+    const Carried made = carried(line);
+    Insert(table, at, line, hash, made.first, made.second);
+    return made.second;
+  }
+  // On any thread: the ids of the lines and the texts they carry (valid
+  // while the set is, with kCopySlack bytes readable after them), kUnknown
+  // and the empty text for lines not in it.
   void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::uint64_t>& hashes,
-               std::vector<std::uint32_t>& numbers, std::vector<std::string_view>& texts) const;
-  // The text the line numbered number carries.
-  std::string_view TextOfNumber(std::uint32_t number) const;
+               std::vector<std::uint32_t>& ids, std::vector<std::string_view>& texts) const;
+  // The lines added so far (the adding thread's count).
   std::size_t Size() const { return count_; }
 
  private:
-  // The number + 1 (0: free), the line's length, and where its bytes start
-  // in bytes_ beside the top bits of its hash, so that a probe rarely has
-  // to look at bytes.
+  // Where a line's bytes start, with the top 16 bits of its hash above the
+  // 48 bits of the address, so that a probe rarely has to look at bytes;
+  // published by its id + 1 (0: free) once the rest is in place.
   struct Slot {
-    std::uint32_t number_plus_one = 0;
+    std::atomic<std::uint32_t> id_plus_one{0};
     std::uint32_t length = 0;
-    std::uint64_t start_and_tag = 0;
+    std::uint64_t bytes_and_tag = 0;
   };
-  static constexpr int kStartBits = 40;
-  static constexpr std::uint64_t kStartMask = (std::uint64_t{1} << kStartBits) - 1;
+  struct Table {
+    explicit Table(std::size_t size);
+    ~Table();
+    std::size_t mask;
+    Slot* slots;
+  };
+  // Where each line stands, for moving it to a larger table.
+  struct Placed {
+    std::uint64_t hash;
+    std::uint32_t length;
+    std::uint64_t bytes_and_tag;
+    std::uint32_t id;
+  };
 
   // Where the line stands, or the free slot where it would go.
-  std::size_t SlotOf(std::string_view line, std::uint64_t hash) const;
-  // The same as far as tag and length tell (the bytes are asked for, to be
-  // compared once they are there).
-  std::size_t Candidate(std::string_view line, std::uint64_t hash) const;
-  // The text kept after the bytes that start at start and run for length.
-  std::string_view TextAfter(std::uint64_t start, std::uint32_t length) const;
-  void Prefetch(std::uint64_t hash, bool bytes) const;
+  static std::size_t SlotOf(const Table& table, std::string_view line, std::uint64_t hash);
+  // The same as far as tag and length tell, probing from the slot from on;
+  // the line's bytes are asked for, to be compared once they are there.
+  static std::size_t Candidate(const Table& table, std::string_view line, std::uint64_t hash,
+                               std::size_t from);
+  static bool Holds(const Slot& slot, std::string_view line);
+  void Insert(Table& table, std::size_t at, std::string_view line, std::uint64_t hash, std::string_view text,
+              std::uint32_t id);
+  // Room for bytes that never move.
+  char* Room(std::size_t bytes);
   void Grow();
 
-  LargeVector<char> bytes_;
-  LargeVector<Slot> slots_;             // open addressing, at most half full
-  LargeVector<std::uint64_t> hashes_;   // by number, so that growing hashes nothing again
-  LargeVector<std::uint64_t> text_at_;  // by number: where its text's length stands in bytes_
+  std::atomic<Table*> table_;
+  std::vector<std::unique_ptr<Table>> tables_;  // the current one last; readers may hold older ones
+  std::vector<std::pair<char*, std::size_t>> chunks_;
+  std::size_t chunk_used_ = 0;
+  std::vector<Placed> placed_;
   std::size_t count_ = 0;
 };
 

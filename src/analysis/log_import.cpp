@@ -89,13 +89,15 @@ LogText ReadLogText(const std::string& fileName, Host& host) {
 
 namespace {
 
+constexpr std::uint64_t kBytesPerKeptLine = 32;
+
 // Sorted pieces taken up in log order: side-file bytes written, markers
 // placed, kept lines stripped of their colour codes once per distinct line
 // and appended to the worksheet.
 //
-// Most kept lines repeat earlier ones, so the sorting threads number them
-// from a copy of the distinct lines taken up so far, renewed whenever their
-// count has doubled; only the lines the copy lacks are numbered in order.
+// Most kept lines repeat earlier ones, so the sorting threads look them up
+// among the distinct lines taken up so far; only the lines not found there
+// are looked up again, and added, in order.
 class SortedPieces {
  public:
   SortedPieces(Worksheet& sheet, std::size_t file, TextFileWriter& ignored, TextFileWriter& chat,
@@ -107,11 +109,8 @@ class SortedPieces {
         log_output_(log_output),
         kept_before_(sheet.List1.Count()) {}
 
-  // On any thread: the copy of the distinct kept lines taken up so far (none at first).
-  std::shared_ptr<const KnownLines> Known() const {
-    std::lock_guard lock(known_mutex_);
-    return known_;
-  }
+  // On any thread: the distinct kept lines taken up so far.
+  const LineSet& Known() const { return lines_seen_; }
 
   void TakeUp(SortedPiece& piece) {
     ignored_.WriteBlock(piece.ignored);
@@ -125,12 +124,13 @@ class SortedPieces {
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
     }
     WorksheetList& list = sheet_.List1;
-    lines_seen_.NumberAt(piece.unknown, piece.kept, piece.kept_hashes, piece.kept_in_set, StripColorCodes);
+    // A new line is stripped and its text interned once.
     for (const std::uint32_t i : piece.unknown) {
-      const std::uint32_t number = piece.kept_in_set[i];
-      if (number == stripped_.size())
-        stripped_.push_back(list.Pool().Intern(lines_seen_.TextOfNumber(number)));
-      piece.kept_ids[i] = stripped_[number];
+      piece.kept_ids[i] = lines_seen_.Add(piece.kept[i], piece.kept_hashes[i], [&](std::string_view line) {
+        std::string text = StripColorCodes(line);
+        const TextId id = list.Pool().Intern(text);
+        return LineSet::Carried{std::move(text), id};
+      });
     }
     if (list.KeepsPlaces()) {
       for (std::size_t i = 0; i < piece.kept_ids.size(); ++i)
@@ -140,10 +140,6 @@ class SortedPieces {
     }
     kept_before_ += piece.kept.size();
     lines_ += piece.line_count;
-    // A line the copy lacks is numbered here, on one thread, every time it
-    // comes again: the copy is renewed once the lines it lacks are an eighth
-    // of those it has.
-    if (lines_seen_.Size() >= shared_size_ + shared_size_ / 8 + kFirstShared) Share();
   }
 
   // The marker lines taken up, in the log's bytes.
@@ -164,21 +160,8 @@ class SortedPieces {
   TextFileWriter &ignored_, &chat_, &log_output_;
   std::uint64_t lines_ = 0;
   std::size_t kept_before_;
-  static constexpr std::size_t kFirstShared = 1024;
-
-  void Share() {
-    auto copy = std::make_shared<const KnownLines>(KnownLines{lines_seen_, stripped_});
-    shared_size_ = lines_seen_.Size();
-    std::lock_guard lock(known_mutex_);
-    known_ = std::move(copy);
-  }
-
-  LineSet lines_seen_;            // the distinct kept lines as read
-  std::vector<TextId> stripped_;  // by number in lines_seen_: the stripped line's id in List1's pool
-  std::size_t shared_size_ = 0;
+  LineSet lines_seen_;  // the distinct kept lines as read, with their stripped texts' ids in List1's pool
   std::vector<MarkerBytes> marker_bytes_;
-  mutable std::mutex known_mutex_;
-  std::shared_ptr<const KnownLines> known_;  // the copy the sorting threads number lines from
 };
 
 // A run that cuts matches names its logs by digest (the summary, the
@@ -231,13 +214,17 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   for (TextId row : sheet.List1.Ids()) log_output->WriteLine(sheet.List1.Pool().Text(row));
   sheet.SourceFiles.push_back(file_name);
   const std::size_t file = sheet.SourceFiles.size() - 1;
+  // Room for the rows a log of this size keeps at most as often as a game's
+  // logs do (one line in 56 bytes for a busy server), so that List1 is not
+  // copied as it grows; room not used is never touched.
+  sheet.List1.Reserve(sheet.List1.Count() + size / kBytesPerKeptLine);
   SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
   const SortingNeeds needs{ignored->Writes(), chat->Writes(), log_output->Writes(), sheet.List1.KeepsPlaces(),
                            sheet.RecordsMarkers};
   // One thread: the pieces are sorted and taken up as they are read.
   OrderedWork<SortedPiece> work(
       WorkerThreads() > 1 ? WorkerThreads() : 0,
-      [&](SortedPiece& piece) { SortLines(piece, needs, sorted.Known().get()); },
+      [&](SortedPiece& piece) { SortLines(piece, needs, sorted.Known()); },
       [&](SortedPiece& piece) { sorted.TakeUp(piece); });
   SortedPiece piece;
   const auto on_read = [&](std::uint64_t read) { host.ReadingProgress(read, size); };

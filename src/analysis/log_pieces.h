@@ -33,7 +33,8 @@ class LogText {
   LogText& operator=(LogText&&) = delete;
 
   // Fills piece with the next whole lines (about kReadPiece bytes, more for
-  // a longer line); false at the end of the text. on_read(bytes read so
+  // a longer line), with kCopySlack bytes of room after them; false at the
+  // end of the text. on_read(bytes read so
   // far) follows every read, the text after the last line end included.
   template <typename OnRead>
   bool NextPiece(LinesBuffer& piece, OnRead&& on_read);
@@ -65,7 +66,7 @@ bool LogText::NextPiece(LinesBuffer& piece, OnRead&& on_read) {
   piece.end_before = carry_.end_before;
   piece.offset = carry_.offset;
   for (;;) {
-    piece.bytes.Reserve(kReadPiece);
+    piece.bytes.Reserve(kReadPiece + kCopySlack);
     const std::size_t got = std::fread(piece.bytes.End(), 1, kReadPiece, file_);
     on_read(read_ += got);
     piece.bytes.SetEnd(piece.bytes.End() + got);

@@ -11,7 +11,6 @@ void SortedPiece::Clear() {
   log_output.Clear();
   kept.clear();
   kept_hashes.clear();
-  kept_in_set.clear();
   kept_texts.clear();
   kept_ids.clear();
   unknown.clear();
@@ -53,41 +52,36 @@ void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
 
 // A line kept before is kept again; the others that hold a text that is
 // never kept are ignored after all and leave the kept lines.
-void DropNeverKept(SortedPiece& piece, const KnownLines* known) {
-  if (known != nullptr) {
-    known->lines.FindAll(piece.kept, piece.kept_hashes, piece.kept_in_set, piece.kept_texts);
-  } else {
-    piece.kept_in_set.assign(piece.kept.size(), LineSet::kUnknown);
-    piece.kept_texts.assign(piece.kept.size(), {});
-  }
+void DropNeverKept(SortedPiece& piece, const LineSet& known) {
+  known.FindAll(piece.kept, piece.kept_hashes, piece.kept_ids, piece.kept_texts);
   std::size_t kept = 0, out = 0;
   for (std::uint8_t& fate : piece.fates) {
     if (fate != static_cast<std::uint8_t>(LineFate::kKept)) continue;
-    const std::uint32_t number = piece.kept_in_set[kept];
-    if (number == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
+    const TextId id = piece.kept_ids[kept];
+    if (id == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
       fate = static_cast<std::uint8_t>(LineFate::kIgnored);
     } else {
       piece.kept[out] = piece.kept[kept];
       piece.kept_hashes[out] = piece.kept_hashes[kept];
-      piece.kept_in_set[out] = number;
+      piece.kept_ids[out] = id;
       piece.kept_texts[out] = piece.kept_texts[kept];
       if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[kept];
-      if (number == LineSet::kUnknown) piece.unknown.push_back(static_cast<std::uint32_t>(out));
-      piece.kept_ids.push_back(number == LineSet::kUnknown ? SortedPiece::kNoId : known->ids[number]);
+      if (id == LineSet::kUnknown) piece.unknown.push_back(static_cast<std::uint32_t>(out));
       ++out;
     }
     ++kept;
   }
   piece.kept.resize(out);
   piece.kept_hashes.resize(out);
-  piece.kept_in_set.resize(out);
+  piece.kept_ids.resize(out);
   piece.kept_texts.resize(out);
   if (!piece.kept_numbers.empty()) piece.kept_numbers.resize(out);
 }
 
+// Lines come from the piece, the known texts and the chat bytes, all of
+// which keep the slack of a copy after their last byte.
 char* PutLine(char* to, std::string_view line) {
-  std::memcpy(to, line.data(), line.size());
-  to += line.size();
+  to = CopyWithSlack(to, line.data(), line.size());
   *to++ = '\r';
   *to++ = '\n';
   return to;
@@ -100,13 +94,14 @@ char* PutLineStripped(char* to, std::string_view line) {
   return to;
 }
 
-// Where each side file's next byte goes, with room made for a whole piece:
-// a line gives at most its bytes and two, and every line uses at least one.
+// Where each side file's next byte goes, with room made for a whole piece
+// (a line gives at most its bytes and two, and every line uses at least
+// one) and the slack of a copy.
 struct SideEnds {
   char *ignored, *chat, *log_output;
 
   explicit SideEnds(SortedPiece& piece) {
-    const std::size_t room = 2 * piece.lines.bytes.size();
+    const std::size_t room = 2 * piece.lines.bytes.size() + kCopySlack;
     for (ByteBuffer* side : {&piece.ignored, &piece.chat, &piece.log_output}) side->Reserve(room);
     ignored = piece.ignored.End();
     chat = piece.chat.End();
@@ -132,7 +127,7 @@ void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
     switch (static_cast<LineFate>(piece.fates[index++])) {
       case LineFate::kKept:
         // A line seen before brings its text without colour codes along.
-        if (needs.log_output && piece.kept_in_set[kept] != LineSet::kUnknown) {
+        if (needs.log_output && piece.kept_ids[kept] != LineSet::kUnknown) {
           to.log_output = PutLine(to.log_output, piece.kept_texts[kept]);
         } else if (needs.log_output) {
           to.log_output = PutLineStripped(to.log_output, line);
@@ -163,7 +158,7 @@ void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
 
 // Most kept lines repeat earlier ones, and known lines need no search for
 // the texts that are never kept: they are looked up in a batch first.
-void SortLines(SortedPiece& piece, const SortingNeeds& needs, const KnownLines* known) {
+void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet& known) {
   piece.Clear();
   SortFirst(piece, needs);
   DropNeverKept(piece, known);

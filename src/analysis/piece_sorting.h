@@ -17,29 +17,22 @@
 
 namespace vantor {
 
-// The distinct kept lines taken up so far, each with the id its text
-// without colour codes has in the worksheet's pool.
-struct KnownLines {
-  LineSet lines;
-  std::vector<TextId> ids;  // by number in lines
-};
-
 // A piece of a log and what the import makes of its lines. Numbers are
 // counted from the start of the piece.
 struct SortedPiece {
-  static constexpr TextId kNoId = UINT32_MAX;
-
   LinesBuffer lines;
   LineScan scan;
   ByteBuffer ignored, chat, log_output;  // the side files' bytes, line ends included
   std::vector<std::string_view> kept;    // into lines
   std::vector<std::uint64_t> kept_hashes;
-  std::vector<std::uint32_t> kept_in_set;    // their numbers among the distinct kept lines, when known
-  std::vector<std::string_view> kept_texts;  // and then their texts without colour codes
-  std::vector<TextId> kept_ids;              // and the ids of those texts; kNoId when not known
-  std::vector<std::uint32_t> unknown;        // the kept lines that are not known
-  std::vector<std::uint64_t> kept_numbers;   // when places are kept
-  std::vector<std::uint8_t> fates;           // per line the scan meets, its LineFate
+  // Of the lines kept before: the ids of their texts without colour codes
+  // (LineSet::kUnknown for the others), and those texts.
+  std::vector<TextId> kept_ids;
+  std::vector<std::string_view> kept_texts;
+  std::vector<std::uint32_t> unknown;  // the kept lines that are not known
+
+  std::vector<std::uint64_t> kept_numbers;  // when places are kept
+  std::vector<std::uint8_t> fates;          // per line the scan meets, its LineFate
   struct Marker {
     std::uint64_t number;
     std::size_t row, kept_before;  // while sorting: the line's index in fates
@@ -56,8 +49,8 @@ struct SortingNeeds {
   bool ignored, chat, log_output, numbers, markers;
 };
 
-// Sorts the piece's lines; known: the distinct kept lines taken up so far
-// (none at first), whose lines are kept again without further search.
-void SortLines(SortedPiece& piece, const SortingNeeds& needs, const KnownLines* known);
+// Sorts the piece's lines; known: the distinct kept lines taken up so far,
+// whose lines are kept again without further search.
+void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet& known);
 
 }  // namespace vantor
