@@ -18,4 +18,9 @@ unsigned WorkerThreads() {
   return cores != 0 ? cores : 1;
 }
 
+std::size_t RangesFor(std::size_t rows) {
+  const std::size_t threads = WorkerThreads();
+  return rows < 1 ? 1 : rows < threads ? rows : threads;
+}
+
 }  // namespace vantor

@@ -72,8 +72,8 @@ std::size_t* CounterOf(EventCounts& counts, LineCut::Kind kind) {
 // A stretch of List1's rows: the distinct lines it holds, in the order they
 // first come, with how often each comes; the event rows it starts at; and,
 // once its events are recorded, the rows that stay in List1.
-struct RowRange {
-  std::size_t begin, end;
+struct Stretch {
+  RowRange rows;
   std::vector<TextId> first_seen;
   std::vector<std::uint32_t> times;  // by id
   EventCounts before{};
@@ -81,42 +81,25 @@ struct RowRange {
   std::vector<EventSource> stay_places;  // when the list keeps places
 };
 
-// Runs work(0) .. work(n - 1), each on a thread of its own but the first;
-// one that cannot have a thread runs on the caller's afterwards.
-template <typename Work>
-void SideBySide(std::size_t n, Work work) {
-  std::vector<std::thread> threads;
-  threads.reserve(n);  // no allocation failure once threads run
-  std::size_t started = 1;
-  try {
-    for (; started < n; ++started) threads.emplace_back(work, started);
-  } catch (const std::system_error&) {
-  }
-  work(0);
-  for (std::thread& thread : threads) thread.join();
-  for (std::size_t i = started; i < n; ++i) work(i);
-}
-
 // Which lines each range holds, on every core; then every distinct line
 // is recognised once (names join the pool in the order their lines first
 // come in List1), the events of each range are counted from how often its
 // lines come, and room is made for them all: the ranges can then be filled
 // side by side, each at its own place in the event lists.
-std::vector<RowRange> RecogniseAndCount(Worksheet& sheet, RecognitionMemo& memo, std::size_t ranges) {
+std::vector<Stretch> RecogniseAndCount(Worksheet& sheet, RecognitionMemo& memo, std::size_t ranges) {
   const TextIds& lines = sheet.List1.Ids();
-  std::vector<RowRange> cut(ranges);
+  std::vector<Stretch> cut(ranges);
   SideBySide(ranges, [&](std::size_t r) {
-    RowRange& range = cut[r];
-    range.begin = lines.size() * r / ranges;
-    range.end = lines.size() * (r + 1) / ranges;
+    Stretch& range = cut[r];
+    range.rows = RangeOf(lines.size(), r, ranges);
     range.times.assign(sheet.List1.Pool().Size(), 0);
-    for (std::size_t row = range.begin; row < range.end; ++row) {
+    for (std::size_t row = range.rows.begin; row < range.rows.end; ++row) {
       if (range.times[lines[row]]++ == 0) range.first_seen.push_back(lines[row]);
     }
   });
   EventCounts counts = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
   const EventCounts start = counts;
-  for (RowRange& range : cut) {
+  for (Stretch& range : cut) {
     range.before = counts;
     for (const TextId line : range.first_seen) {
       if (std::size_t* counter = CounterOf(counts, memo.Of(line).kind)) *counter += range.times[line];
@@ -163,11 +146,11 @@ std::vector<std::size_t> MarkerRows(const Worksheet& sheet) {
 // Records the events of a range's rows in place, and keeps the rows that
 // stay in List1: those no rule recognised that are not blank.
 void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const std::vector<std::size_t>& marker_rows,
-               RowRange& range) {
+               Stretch& range) {
   const WorksheetList& lines = sheet.List1;
   EventCounts at = range.before;
-  auto marker = std::lower_bound(marker_rows.begin(), marker_rows.end(), range.begin);
-  for (std::size_t row = range.begin; row < range.end; ++row) {
+  auto marker = std::lower_bound(marker_rows.begin(), marker_rows.end(), range.rows.begin);
+  for (std::size_t row = range.rows.begin; row < range.rows.end; ++row) {
     for (; marker != marker_rows.end() && *marker <= row; ++marker)
       sheet.Markers[static_cast<std::size_t>(marker - marker_rows.begin())].events_before = at;
     const TextId line = lines.IdAt(row);
@@ -188,7 +171,7 @@ void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   // A core that hashes the logs (for the summary or the archive) is left to it.
   const std::size_t cores = WorkerThreads() - (sheet.PendingDigests.empty() || WorkerThreads() == 1 ? 0 : 1);
   const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(cores, lines.Count()));
-  std::vector<RowRange> cut = RecogniseAndCount(sheet, memo, ranges);
+  std::vector<Stretch> cut = RecogniseAndCount(sheet, memo, ranges);
   const std::vector<std::size_t> marker_rows = MarkerRows(sheet);
   SideBySide(cut.size(), [&](std::size_t r) { FillRange(sheet, memo, marker_rows, cut[r]); });
   // Markers after the last row learn the totals.
@@ -199,7 +182,7 @@ void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   // Most rows were recognised: the list is made anew from those that stay.
   lines.Clear();
   lines.ShrinkToFit();
-  for (const RowRange& range : cut) {
+  for (const Stretch& range : cut) {
     for (std::size_t i = 0; i < range.stays.size(); ++i)
       lines.AppendId(range.stays[i], i < range.stay_places.size() ? range.stay_places[i] : EventSource{});
   }

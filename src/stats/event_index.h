@@ -75,7 +75,8 @@ class EventIndex {
   };
 
   std::size_t Intern(std::string_view name);
-  std::size_t Intern(const WorksheetList& list, std::size_t row);
+  std::size_t Intern(TextId text, const StringPool& pool);
+  void IndexKills(const Worksheet& sheet);
   void IndexFlags(const Worksheet& sheet);
   // The flag credit of every indexed name, from one pass of all names over
   // each distinct flag text instead of one pass per name.

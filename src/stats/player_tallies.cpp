@@ -4,6 +4,7 @@
 #include <string>
 #include <unordered_set>
 
+#include "analysis/worker_threads.h"
 #include "events/message_rules.h"
 #include "stats/counts.h"
 
@@ -101,14 +102,19 @@ std::vector<bool> UncountedEvents(const Worksheet& sheet) {
   const std::vector<bool> members = AllMembers(sheet.List8, sheet.List9);
   const std::vector<bool> weapon = WeaponMethods(sheet.List4);
   const TextId suicide_method = sheet.List4.Pool().Find(kSuicideMethod);
-  const std::size_t n = sheet.List2.Count();
+  const std::size_t n = sheet.List2.Count(), ranges = RangesFor(n);
   std::vector<bool> keep(n, true);
-  for (std::size_t m = 0; m < n; ++m) {
-    const TextId method = sheet.List4.IdAt(m);
-    const bool suicide = method == suicide_method && members[sheet.List3.IdAt(m)];
-    const bool weapon_kill = members[sheet.List2.IdAt(m)] && weapon[method];
-    keep[m] = !suicide && !weapon_kill;
-  }
+  // Ranges begin at a multiple of 64 rows: no two write the same word of keep.
+  SideBySide(ranges, [&](std::size_t r) {
+    const std::size_t begin = RangeOf(n, r, ranges).begin / 64 * 64;
+    const std::size_t end = r + 1 == ranges ? n : RangeOf(n, r + 1, ranges).begin / 64 * 64;
+    for (std::size_t m = begin; m < end; ++m) {
+      const TextId method = sheet.List4.IdAt(m);
+      const bool suicide = method == suicide_method && members[sheet.List3.IdAt(m)];
+      const bool weapon_kill = members[sheet.List2.IdAt(m)] && weapon[method];
+      keep[m] = !suicide && !weapon_kill;
+    }
+  });
   return keep;
 }
 
