@@ -19,6 +19,8 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/large_array.h"
+
 namespace vantor {
 
 class LineSet {
@@ -95,7 +97,7 @@ class LineSet {
   std::vector<std::unique_ptr<Table>> tables_;  // the current one last; readers may hold older ones
   std::vector<std::pair<char*, std::size_t>> chunks_;
   std::size_t chunk_used_ = 0;
-  std::vector<Placed> placed_;
+  LargeVector<Placed> placed_;
   std::size_t count_ = 0;
 };
 

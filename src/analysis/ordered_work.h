@@ -76,7 +76,7 @@ class OrderedWork {
   }
 
  private:
-  static constexpr std::size_t kInFlight = 4;
+  static constexpr std::size_t kInFlight = 2;
 
   struct Entry {
     Item item;

@@ -248,14 +248,21 @@ void TextFileWriter::WriteRaw(std::string_view bytes) {
 }
 
 void TextFileWriter::WriteBlock(ByteBuffer& block) {
-  // Small blocks gather first, so that a small file needs no thread.
-  if (file_ == nullptr || !result_.ok || pending_.size() + block.size() < kFlushAt) {
-    WriteRaw(block.View());
-    return block.Clear();
+  if (file_ == nullptr || !result_.ok) return block.Clear();
+  // What gathered before, and what went to the writing thread, comes first.
+  if (writer_) {
+    if (const int error = writer_->Finish(); error != 0) Fail(error);
+    writer_.reset();
   }
-  Flush();
-  if (!writer_) writer_ = std::make_unique<BackgroundWriter>(file_);
-  block = writer_->Write(std::move(block));
+  WriteNow(pending_.View());
+  pending_.Clear();
+  WriteNow(block.View());
+  block.Clear();
+}
+
+void TextFileWriter::WriteNow(std::string_view bytes) {
+  if (result_.ok && !bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size())
+    Fail(errno);
 }
 
 IoResult TextFileWriter::Commit() {

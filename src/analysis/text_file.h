@@ -43,8 +43,8 @@ class TextFileWriter {
   void WriteLine(std::string_view line);
   // Bytes exactly as given, line ends included.
   void WriteRaw(std::string_view bytes);
-  // The same for a block of bytes, which is handed to the writing thread
-  // when it is large and replaced by an empty one to fill again.
+  // The same for a block of bytes, written at once on this thread (a large
+  // file's blocks come from threads of their own), which is left empty.
   void WriteBlock(ByteBuffer& block);
   // Whether lines given now are written (false when refused, discarded or failed).
   bool Writes() const { return file_ != nullptr && result_.ok; }
@@ -58,6 +58,7 @@ class TextFileWriter {
   // Writes out what has gathered; lines gather in memory first, as a call to
   // the C library per line would cost more than the line itself.
   void Flush();
+  void WriteNow(std::string_view bytes);
   void Close();
   void PutInPlace();
 
