@@ -41,6 +41,8 @@ class ByteBuffer {
   bool empty() const { return size_ == 0; }
   std::string_view View() const { return {data_, size_}; }
 
+  // How many bytes fit after the last without growing.
+  std::size_t Room() const { return capacity_ - size_; }
   // Room for n more bytes after the last, the bytes there kept.
   void Reserve(std::size_t n) {
     if (capacity_ - size_ < n) Grow(n);

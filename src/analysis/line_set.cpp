@@ -157,13 +157,11 @@ void LineSet::Grow() {
 // A batch runs three stages apart: the slots of the lines 2 * kAhead on are
 // asked for, the matching slots of the lines kAhead on are found and their
 // bytes asked for, and this line's bytes are compared.
-void LineSet::FindAll(const std::vector<std::string_view>& lines, const std::vector<std::uint64_t>& hashes,
-                      std::vector<std::uint32_t>& ids, std::vector<std::string_view>& texts) const {
+void LineSet::FindAll(std::span<const std::string_view> lines, std::span<const std::uint64_t> hashes,
+                      std::span<std::uint32_t> ids, std::span<std::string_view> texts) const {
   constexpr std::size_t kAhead = 8;
   const Table& table = *table_.load(std::memory_order_acquire);
   const std::size_t n = lines.size();
-  ids.resize(n);
-  texts.resize(n);
   std::size_t candidates[kAhead];  // by line index modulo kAhead
   for (std::size_t i = 0; i < std::min(n, 2 * kAhead); ++i)
     __builtin_prefetch(&table.slots[hashes[i] & table.mask]);

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,8 +27,8 @@ namespace vantor {
 class LineSet {
  public:
   static constexpr std::uint32_t kUnknown = UINT32_MAX;
-  // What a new line carries: its text and its id.
-  using Carried = std::pair<std::string, std::uint32_t>;
+  // What a new line carries: its text (copied into the set) and its id.
+  using Carried = std::pair<std::string_view, std::uint32_t>;
 
   LineSet();
   ~LineSet();
@@ -52,8 +53,8 @@ class LineSet {
   // On any thread: the ids of the lines and the texts they carry (valid
   // while the set is, with kCopySlack bytes readable after them), kUnknown
   // and the empty text for lines not in it.
-  void FindAll(const std::vector<std::string_view>& lines, const std::vector<std::uint64_t>& hashes,
-               std::vector<std::uint32_t>& ids, std::vector<std::string_view>& texts) const;
+  void FindAll(std::span<const std::string_view> lines, std::span<const std::uint64_t> hashes,
+               std::span<std::uint32_t> ids, std::span<std::string_view> texts) const;
   // The lines added so far (the adding thread's count).
   std::size_t Size() const { return count_; }
 

@@ -124,12 +124,12 @@ class SortedPieces {
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
     }
     WorksheetList& list = sheet_.List1;
-    // A new line is stripped and its text interned once.
-    for (const std::uint32_t i : piece.unknown) {
-      piece.kept_ids[i] = lines_seen_.Add(piece.kept[i], piece.kept_hashes[i], [&](std::string_view line) {
-        std::string text = StripColorCodes(line);
-        const TextId id = list.Pool().Intern(text);
-        return LineSet::Carried{std::move(text), id};
+    // A new line's text, stripped by the sorting thread, is interned once.
+    for (std::size_t k = 0, start = 0; k < piece.unknown.size(); start = piece.unknown_ends[k++]) {
+      const std::uint32_t i = piece.unknown[k];
+      const std::string_view text = piece.unknown_texts.View().substr(start, piece.unknown_ends[k] - start);
+      piece.kept_ids[i] = lines_seen_.Add(piece.kept[i], piece.kept_hashes[i], [&](std::string_view) {
+        return LineSet::Carried{text, list.Pool().Intern(text, piece.unknown_hashes[k])};
       });
     }
     if (list.KeepsPlaces()) {

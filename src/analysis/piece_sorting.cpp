@@ -1,8 +1,24 @@
 #include "analysis/piece_sorting.h"
 
+#include <algorithm>
+#include <span>
+
 #include "analysis/match_markers.h"
 
 namespace vantor {
+
+// Room for the lines of a busy piece at once: a piece that grew its lists
+// line by line would touch fresh memory at every step.
+void SortedPiece::Reserve(std::size_t bytes) {
+  const std::size_t lines = bytes / 16;
+  fates.reserve(lines);
+  kept.reserve(lines);
+  kept_hashes.reserve(lines);
+  kept_ids.reserve(lines);
+  kept_at.reserve(lines);
+  kept_numbers.reserve(lines);
+  unknown.reserve(lines);
+}
 
 void SortedPiece::Clear() {
   fates.clear();
@@ -11,9 +27,12 @@ void SortedPiece::Clear() {
   log_output.Clear();
   kept.clear();
   kept_hashes.clear();
-  kept_texts.clear();
+  kept_at.clear();
   kept_ids.clear();
   unknown.clear();
+  unknown_texts.Clear();
+  unknown_ends.clear();
+  unknown_hashes.clear();
   kept_numbers.clear();
   markers.clear();
   marker_lines.clear();
@@ -26,6 +45,7 @@ namespace {
 // a text editor numbers them: a CR LF pair ends one line.
 void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
   const std::string_view bytes = piece.lines.Bytes();
+  piece.Reserve(bytes.size());
   piece.scan.Scan(bytes);
   std::uint64_t count = 0;
   piece.scan.ForEachLine([&](const LineScan::Line& at) {
@@ -43,6 +63,7 @@ void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
     const LineFate fate = ClassifyBeforeNeverKept(line, at.has_colon, at.has_code7);
     piece.fates.push_back(static_cast<std::uint8_t>(fate));
     if (fate != LineFate::kKept) return;
+    piece.kept_at.push_back(static_cast<std::uint32_t>(piece.fates.size() - 1));
     piece.kept.push_back(line);
     piece.kept_hashes.push_back(LineSet::Hash(line));
     if (needs.numbers) piece.kept_numbers.push_back(number);
@@ -50,75 +71,108 @@ void SortFirst(SortedPiece& piece, const SortingNeeds& needs) {
   piece.line_count = count;
 }
 
-// A line kept before is kept again; the others that hold a text that is
-// never kept are ignored after all and leave the kept lines.
-void DropNeverKept(SortedPiece& piece, const LineSet& known) {
-  known.FindAll(piece.kept, piece.kept_hashes, piece.kept_ids, piece.kept_texts);
-  std::size_t kept = 0, out = 0;
-  for (std::uint8_t& fate : piece.fates) {
-    if (fate != static_cast<std::uint8_t>(LineFate::kKept)) continue;
-    const TextId id = piece.kept_ids[kept];
-    if (id == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[kept])) {
-      fate = static_cast<std::uint8_t>(LineFate::kIgnored);
-    } else {
-      piece.kept[out] = piece.kept[kept];
-      piece.kept_hashes[out] = piece.kept_hashes[kept];
+// Writes lines, each followed by CR LF, at the end of a side file's
+// buffer, making room as it goes: a piece's buffers grow to what its lines
+// need and keep that room for the pieces after it. Lines come from the
+// piece, the known texts and the chat bytes, all of which keep the slack of
+// a copy after their last byte.
+class LineWriter {
+ public:
+  explicit LineWriter(ByteBuffer& buffer) : buffer_(buffer), at_(buffer.End()), end_(at_ + buffer.Room()) {}
+  ~LineWriter() { buffer_.SetEnd(at_); }
+  LineWriter(const LineWriter&) = delete;
+  LineWriter& operator=(const LineWriter&) = delete;
+
+  void Put(std::string_view line) {
+    MakeRoom(line.size());
+    at_ = CopyWithSlack(at_, line.data(), line.size());
+    EndLine();
+  }
+  // The line without its colour codes; returns what was written before CR LF.
+  std::string_view PutStripped(std::string_view line) {
+    MakeRoom(line.size());
+    char* const start = at_;
+    at_ = PutColorCodesStripped(at_, line);
+    const std::string_view text(start, static_cast<std::size_t>(at_ - start));
+    EndLine();
+    return text;
+  }
+
+ private:
+  void MakeRoom(std::size_t line) {
+    if (static_cast<std::size_t>(end_ - at_) >= line + 2 + kCopySlack) return;
+    buffer_.SetEnd(at_);
+    buffer_.Reserve(line + 2 + kCopySlack);
+    at_ = buffer_.End();
+    end_ = at_ + buffer_.Room();
+  }
+  void EndLine() {
+    *at_++ = '\r';
+    *at_++ = '\n';
+  }
+
+  ByteBuffer& buffer_;
+  char *at_, *end_;
+};
+
+// A kept line not known yet: stripped of its colour codes here, and its
+// text hashed for the pool, so that the thread that takes the piece up
+// only adds it.
+std::string_view Unknown(SortedPiece& piece, std::size_t kept) {
+  const std::string_view line = piece.kept[kept];
+  piece.unknown.push_back(static_cast<std::uint32_t>(kept));
+  piece.unknown_texts.Reserve(line.size() + kCopySlack);
+  char* const start = piece.unknown_texts.End();
+  piece.unknown_texts.SetEnd(PutColorCodesStripped(start, line));
+  const std::string_view text(start, static_cast<std::size_t>(piece.unknown_texts.End() - start));
+  piece.unknown_ends.push_back(piece.unknown_texts.size());
+  piece.unknown_hashes.push_back(std::hash<std::string_view>{}(text));
+  return text;
+}
+
+// Kept lines are looked up in batches small enough that the texts found
+// are still at hand when they are written. A line kept before is kept
+// again and brings its text without colour codes; the others that hold a
+// text that is never kept are ignored after all and leave the kept lines.
+// logoutput.txt takes the kept lines' texts in order.
+void KeepLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet& known) {
+  constexpr std::size_t kBatch = 256;
+  std::string_view texts[kBatch];
+  const std::size_t n = piece.kept.size();
+  piece.kept_ids.resize(n);
+  LineWriter log_output(piece.log_output);
+  std::size_t out = 0;
+  for (std::size_t batch = 0; batch < n; batch += kBatch) {
+    const std::size_t size = std::min(kBatch, n - batch);
+    known.FindAll(std::span(piece.kept).subspan(batch, size),
+                  std::span(piece.kept_hashes).subspan(batch, size),
+                  std::span(piece.kept_ids).subspan(batch, size), std::span(texts, size));
+    for (std::size_t i = batch; i < batch + size; ++i) {
+      const TextId id = piece.kept_ids[i];
+      if (id == LineSet::kUnknown && HoldsANeverKeptText(piece.kept[i])) {
+        piece.fates[piece.kept_at[i]] = static_cast<std::uint8_t>(LineFate::kIgnored);
+        continue;
+      }
+      piece.kept[out] = piece.kept[i];
+      piece.kept_hashes[out] = piece.kept_hashes[i];
       piece.kept_ids[out] = id;
-      piece.kept_texts[out] = piece.kept_texts[kept];
-      if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[kept];
-      if (id == LineSet::kUnknown) piece.unknown.push_back(static_cast<std::uint32_t>(out));
+      if (!piece.kept_numbers.empty()) piece.kept_numbers[out] = piece.kept_numbers[i];
+      const std::string_view text = id != LineSet::kUnknown ? texts[i - batch] : Unknown(piece, out);
+      if (needs.log_output) log_output.Put(text);
       ++out;
     }
-    ++kept;
   }
   piece.kept.resize(out);
   piece.kept_hashes.resize(out);
   piece.kept_ids.resize(out);
-  piece.kept_texts.resize(out);
   if (!piece.kept_numbers.empty()) piece.kept_numbers.resize(out);
 }
 
-// Lines come from the piece, the known texts and the chat bytes, all of
-// which keep the slack of a copy after their last byte.
-char* PutLine(char* to, std::string_view line) {
-  to = CopyWithSlack(to, line.data(), line.size());
-  *to++ = '\r';
-  *to++ = '\n';
-  return to;
-}
-
-char* PutLineStripped(char* to, std::string_view line) {
-  to = PutColorCodesStripped(to, line);
-  *to++ = '\r';
-  *to++ = '\n';
-  return to;
-}
-
-// Where each side file's next byte goes, with room made for a whole piece
-// (a line gives at most its bytes and two, and every line uses at least
-// one) and the slack of a copy.
-struct SideEnds {
-  char *ignored, *chat, *log_output;
-
-  explicit SideEnds(SortedPiece& piece) {
-    const std::size_t room = 2 * piece.lines.bytes.size() + kCopySlack;
-    for (ByteBuffer* side : {&piece.ignored, &piece.chat, &piece.log_output}) side->Reserve(room);
-    ignored = piece.ignored.End();
-    chat = piece.chat.End();
-    log_output = piece.log_output.End();
-  }
-  void Close(SortedPiece& piece) const {
-    piece.ignored.SetEnd(ignored);
-    piece.chat.SetEnd(chat);
-    piece.log_output.SetEnd(log_output);
-  }
-};
-
-// The side files' bytes in line order; the markers learn how many kept
-// lines come before them.
+// ignored.txt's and chat.txt's bytes in line order; the markers learn how
+// many kept lines come before them.
 void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
   const std::string_view bytes = piece.lines.Bytes();
-  SideEnds to(piece);
+  LineWriter ignored(piece.ignored), chat(piece.chat);
   std::size_t index = 0, kept = 0, marker = 0;
   piece.scan.ForEachLineSpan([&](std::size_t begin, std::size_t end, bool pair) {
     for (; marker < piece.markers.size() && piece.markers[marker].kept_before == index; ++marker)
@@ -126,42 +180,34 @@ void WriteSideBytes(SortedPiece& piece, const SortingNeeds& needs) {
     const std::string_view line = bytes.substr(begin, end - begin);
     switch (static_cast<LineFate>(piece.fates[index++])) {
       case LineFate::kKept:
-        // A line seen before brings its text without colour codes along.
-        if (needs.log_output && piece.kept_ids[kept] != LineSet::kUnknown) {
-          to.log_output = PutLine(to.log_output, piece.kept_texts[kept]);
-        } else if (needs.log_output) {
-          to.log_output = PutLineStripped(to.log_output, line);
-        }
         ++kept;
         break;
       case LineFate::kIgnored:
-        if (needs.ignored) to.ignored = PutLine(to.ignored, line);
+        if (needs.ignored) ignored.Put(line);
         break;
       case LineFate::kChat:
         if (needs.chat) {
-          char* const start = to.chat;
-          to.chat = PutLineStripped(to.chat, line);
           // Stripped once: ignored.txt takes the same bytes.
-          if (needs.ignored) to.ignored = PutLine(to.ignored, std::string_view(start, to.chat - start - 2));
+          const std::string_view text = chat.PutStripped(line);
+          if (needs.ignored) ignored.Put(text);
         } else if (needs.ignored) {
-          to.ignored = PutLineStripped(to.ignored, line);
+          ignored.PutStripped(line);
         }
         break;
     }
     // The empty line between the two bytes of a CR LF pair is ignored.
-    if (pair && needs.ignored) to.ignored = PutLine(to.ignored, {});
+    if (pair && needs.ignored) ignored.Put({});
   });
-  to.Close(piece);
 }
 
 }  // namespace
 
 // Most kept lines repeat earlier ones, and known lines need no search for
-// the texts that are never kept: they are looked up in a batch first.
+// the texts that are never kept: they are looked up in batches first.
 void SortLines(SortedPiece& piece, const SortingNeeds& needs, const LineSet& known) {
   piece.Clear();
   SortFirst(piece, needs);
-  DropNeverKept(piece, known);
+  KeepLines(piece, needs, known);
   WriteSideBytes(piece, needs);
 }
 

@@ -25,11 +25,15 @@ struct SortedPiece {
   ByteBuffer ignored, chat, log_output;  // the side files' bytes, line ends included
   std::vector<std::string_view> kept;    // into lines
   std::vector<std::uint64_t> kept_hashes;
+  std::vector<std::uint32_t> kept_at;  // the index in fates of each
   // Of the lines kept before: the ids of their texts without colour codes
-  // (LineSet::kUnknown for the others), and those texts.
+  // (LineSet::kUnknown for the others).
   std::vector<TextId> kept_ids;
-  std::vector<std::string_view> kept_texts;
   std::vector<std::uint32_t> unknown;  // the kept lines that are not known
+  // Their texts without colour codes, one after the other, with the
+  // texts' ends and their hashes (std::hash), for the pool.
+  ByteBuffer unknown_texts;
+  std::vector<std::size_t> unknown_ends, unknown_hashes;
 
   std::vector<std::uint64_t> kept_numbers;  // when places are kept
   std::vector<std::uint8_t> fates;          // per line the scan meets, its LineFate
@@ -42,6 +46,7 @@ struct SortedPiece {
   std::uint64_t line_count = 0;
 
   void Clear();
+  void Reserve(std::size_t bytes);
 };
 
 // What the sorting of a piece writes down.

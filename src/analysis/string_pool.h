@@ -27,6 +27,8 @@ class StringPool {
   StringPool();
   // The id of text, adding it when it is new.
   TextId Intern(std::string_view text);
+  // The same, hash being std::hash of text (worked out ahead, elsewhere).
+  TextId Intern(std::string_view text, std::size_t hash) { return InternHashed(text, hash); }
   const std::string& Text(TextId id) const { return texts_[id]; }
   // The id of text, or an id no text has (Size()) when it was never added:
   // a row can then be compared with a fixed text as ids.

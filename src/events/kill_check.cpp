@@ -27,23 +27,33 @@ class RecognitionMemo {
   RecognitionMemo(const RuleSet& rules, StringPool& pool)
       : rules_(rules), pool_(pool), known_(pool.Size(), 0), events_(pool.Size()) {}
 
-  // Recognises the line the first time (one thread only: names join the pool).
-  const Event& Of(TextId line) {
-    if (!known_[line]) {
-      events_[line] = Recognise(pool_.Text(line));
+  // Recognises the lines not recognised before, in order: the rules are
+  // tried on every core, then the names join the pool one line after the
+  // other, as if each line were recognised in turn.
+  void RecogniseAll(const std::vector<TextId>& lines) {
+    std::vector<TextId> fresh;
+    for (const TextId line : lines) {
+      if (known_[line]) continue;
       known_[line] = 1;
+      fresh.push_back(line);
     }
-    return events_[line];
+    LargeVector<LineCut> cuts(fresh.size());
+    const std::size_t ranges = RangesFor(fresh.size());
+    SideBySide(ranges, [&](std::size_t r) {
+      for (std::size_t i = RangeOf(fresh.size(), r, ranges).begin; i < RangeOf(fresh.size(), r, ranges).end;
+           ++i)
+        cuts[i] = rules_.Recognize(pool_.Text(fresh[i])).cut;
+    });
+    for (std::size_t i = 0; i < fresh.size(); ++i) {
+      const LineCut& cut = cuts[i];
+      events_[fresh[i]] = {cut.kind, pool_.Intern(cut.first), pool_.Intern(cut.second),
+                           pool_.Intern(cut.third)};
+    }
   }
   // A line recognised before; any thread.
   const Event& Known(TextId line) const { return events_[line]; }
 
  private:
-  Event Recognise(std::string_view line) {
-    const LineCut cut = rules_.Recognize(line).cut;
-    return {cut.kind, pool_.Intern(cut.first), pool_.Intern(cut.second), pool_.Intern(cut.third)};
-  }
-
   const RuleSet& rules_;
   StringPool& pool_;
   LargeVector<std::uint8_t> known_;  // bytes, not bits: read for every row
@@ -97,12 +107,16 @@ std::vector<Stretch> RecogniseAndCount(Worksheet& sheet, RecognitionMemo& memo, 
       if (range.times[lines[row]]++ == 0) range.first_seen.push_back(lines[row]);
     }
   });
+  std::vector<TextId> first_seen;
+  for (const Stretch& range : cut)
+    first_seen.insert(first_seen.end(), range.first_seen.begin(), range.first_seen.end());
+  memo.RecogniseAll(first_seen);
   EventCounts counts = {sheet.List2.Count(), sheet.List5.Count(), sheet.List10.Count()};
   const EventCounts start = counts;
   for (Stretch& range : cut) {
     range.before = counts;
     for (const TextId line : range.first_seen) {
-      if (std::size_t* counter = CounterOf(counts, memo.Of(line).kind)) *counter += range.times[line];
+      if (std::size_t* counter = CounterOf(counts, memo.Known(line).kind)) *counter += range.times[line];
     }
     range.times = {};
   }
