@@ -50,6 +50,11 @@ class LineSet {
     Insert(table, at, line, hash, made.first, made.second);
     return made.second;
   }
+  // Asks for the slot where a line of that hash is looked up first, ahead of Add.
+  void Prefetch(std::uint64_t hash) const {
+    const Table& table = *table_.load(std::memory_order_relaxed);
+    __builtin_prefetch(&table.slots[hash & table.mask]);
+  }
   // On any thread: the ids of the lines and the texts they carry (valid
   // while the set is, with kCopySlack bytes readable after them), kUnknown
   // and the empty text for lines not in it.

@@ -124,8 +124,14 @@ class SortedPieces {
           {SourceLine::At(file_, lines_ + marker.number), marker.row, kept_before_ + marker.kept_before});
     }
     WorksheetList& list = sheet_.List1;
-    // A new line's text, stripped by the sorting thread, is interned once.
+    // A new line's text, stripped by the sorting thread, is interned once;
+    // the slots of the lines a few on are asked for meanwhile.
+    constexpr std::size_t kAhead = 8;
     for (std::size_t k = 0, start = 0; k < piece.unknown.size(); start = piece.unknown_ends[k++]) {
+      if (k + kAhead < piece.unknown.size()) {
+        lines_seen_.Prefetch(piece.kept_hashes[piece.unknown[k + kAhead]]);
+        list.Pool().Prefetch(piece.unknown_hashes[k + kAhead]);
+      }
       const std::uint32_t i = piece.unknown[k];
       const std::string_view text = piece.unknown_texts.View().substr(start, piece.unknown_ends[k] - start);
       piece.kept_ids[i] = lines_seen_.Add(piece.kept[i], piece.kept_hashes[i], [&](std::string_view) {

@@ -29,6 +29,8 @@ class StringPool {
   TextId Intern(std::string_view text);
   // The same, hash being std::hash of text (worked out ahead, elsewhere).
   TextId Intern(std::string_view text, std::size_t hash) { return InternHashed(text, hash); }
+  // Asks for the slot where a text of that hash is looked up first, ahead of Intern.
+  void Prefetch(std::size_t hash) const { __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]); }
   const std::string& Text(TextId id) const { return texts_[id]; }
   // The id of text, or an id no text has (Size()) when it was never added:
   // a row can then be compared with a fixed text as ids.

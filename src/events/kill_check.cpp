@@ -27,9 +27,10 @@ class RecognitionMemo {
   RecognitionMemo(const RuleSet& rules, StringPool& pool)
       : rules_(rules), pool_(pool), known_(pool.Size(), 0), events_(pool.Size()) {}
 
-  // Recognises the lines not recognised before, in order: the rules are
-  // tried on every core, then the names join the pool one line after the
-  // other, as if each line were recognised in turn.
+  // Recognises the lines not recognised before, in order. The rules are
+  // tried, and the names looked up among the texts the pool holds, on every
+  // core; then the names not found join the pool one line after the other,
+  // as if each line were recognised in turn.
   void RecogniseAll(const std::vector<TextId>& lines) {
     std::vector<TextId> fresh;
     for (const TextId line : lines) {
@@ -41,13 +42,19 @@ class RecognitionMemo {
     const std::size_t ranges = RangesFor(fresh.size());
     SideBySide(ranges, [&](std::size_t r) {
       for (std::size_t i = RangeOf(fresh.size(), r, ranges).begin; i < RangeOf(fresh.size(), r, ranges).end;
-           ++i)
-        cuts[i] = rules_.Recognize(pool_.Text(fresh[i])).cut;
+           ++i) {
+        const LineCut cut = rules_.Recognize(pool_.Text(fresh[i])).cut;
+        cuts[i] = cut;
+        events_[fresh[i]] = {cut.kind, pool_.Find(cut.first), pool_.Find(cut.second), pool_.Find(cut.third)};
+      }
     });
+    // A name the pool did not hold is interned; an earlier line may have added it since.
+    const TextId missing = static_cast<TextId>(pool_.Size());
     for (std::size_t i = 0; i < fresh.size(); ++i) {
-      const LineCut& cut = cuts[i];
-      events_[fresh[i]] = {cut.kind, pool_.Intern(cut.first), pool_.Intern(cut.second),
-                           pool_.Intern(cut.third)};
+      Event& event = events_[fresh[i]];
+      if (event.first == missing) event.first = pool_.Intern(cuts[i].first);
+      if (event.second == missing) event.second = pool_.Intern(cuts[i].second);
+      if (event.third == missing) event.third = pool_.Intern(cuts[i].third);
     }
   }
   // A line recognised before; any thread.
