@@ -172,35 +172,64 @@ class SortedPieces {
 
 // A run that cuts matches names its logs by digest (the summary, the
 // archive), and the archive its matches: worked out from the system's cache
-// of the log on a thread of their own, while the run goes on. At most two
-// logs are hashed at once, so a run of many logs does not start a thread
-// for each.
-void DigestBeside(const LogText& text, bool read_all, std::vector<MarkerBytes> markers, Worksheet& sheet) {
-  using Digests = std::pair<std::string, std::vector<std::string>>;
-  const int fd = read_all ? text.DuplicateFd() : -1;
-  if (fd < 0) {
-    std::promise<Digests> none;
-    none.set_value({});
-    sheet.PendingDigests.push_back(none.get_future());
-    return;
+// of the log on threads of their own while the run goes on. The log's own
+// hash starts with the import, so that it is done when the import is; the
+// stretches' follow once the markers are known. At most two logs are
+// hashed at once, so a run of many logs does not start a thread for each.
+class LogDigests {
+ public:
+  LogDigests(const LogText& text, Worksheet& sheet) : sheet_(sheet) {
+    if (!sheet.RecordsMarkers) return;
+    const int fd = text.DuplicateFd();
+    if (fd < 0) return;
+    // Closed with the work, done or not (a run given up before it awaits them).
+    log_.reset(new int(fd), [](int* open) {
+      ::close(*open);
+      delete open;
+    });
+    WaitForRoom();
+    hashed_ = text.Size();
+    // A thread when one can be had; else the hash is worked out when awaited.
+    whole_ = std::async(std::launch::async | std::launch::deferred, [log = log_, size = hashed_] {
+               return HashLog(*log, size);
+             }).share();
   }
-  std::size_t busy = 0;
-  for (auto& pending : sheet.PendingDigests)
-    busy += pending.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
-  if (busy >= 2) sheet.PendingDigests[sheet.PendingDigests.size() - busy].wait();
-  const std::uint64_t size = text.BytesRead(), lines_end = size - text.Tail().size();
-  // Closed with the work, done or not (a run given up before it awaits them).
-  const std::shared_ptr<int> log(new int(fd), [](int* open) {
-    ::close(*open);
-    delete open;
-  });
-  // A thread when one can be had; else the digests are worked out when awaited.
-  sheet.PendingDigests.push_back(
-      std::async(std::launch::async | std::launch::deferred,
-                 [log, size, lines_end, markers = std::move(markers), stretches = sheet.DigestsSpans] {
-                   return DigestLog(*log, size, lines_end, markers, stretches);
-                 }));
-}
+
+  // Once the log is read: the digests, with the stretches' when the run asks.
+  void Finish(const LogText& text, bool read_all, std::vector<MarkerBytes> markers) {
+    using Digests = std::pair<std::string, std::vector<std::string>>;
+    if (!sheet_.RecordsMarkers) return sheet_.SourceDigests.push_back("");
+    if (!log_ || !read_all) {
+      std::promise<Digests> none;
+      none.set_value({});
+      sheet_.PendingDigests.push_back(none.get_future());
+      return;
+    }
+    WaitForRoom();
+    const std::uint64_t size = text.BytesRead(), lines_end = size - text.Tail().size();
+    sheet_.PendingDigests.push_back(
+        std::async(std::launch::async | std::launch::deferred,
+                   [log = log_, whole = whole_, hashed = hashed_, size, lines_end,
+                    markers = std::move(markers), stretches = sheet_.DigestsSpans] {
+                     // A log that grew while it was read is hashed as far as it was read.
+                     const std::string digest = hashed == size ? whole.get() : HashLog(*log, size);
+                     return DigestLog(*log, size, lines_end, markers, stretches, &digest);
+                   }));
+  }
+
+ private:
+  void WaitForRoom() {
+    std::size_t busy = 0;
+    for (auto& pending : sheet_.PendingDigests)
+      busy += pending.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
+    if (busy >= 2) sheet_.PendingDigests[sheet_.PendingDigests.size() - busy].wait();
+  }
+
+  Worksheet& sheet_;
+  std::shared_ptr<int> log_;
+  std::uint64_t hashed_ = 0;
+  std::shared_future<std::string> whole_;
+};
 
 }  // namespace
 
@@ -225,6 +254,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   // copied as it grows; room not used is never touched.
   sheet.List1.Reserve(sheet.List1.Count() + size / kBytesPerKeptLine);
   SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
+  LogDigests digests(text, sheet);
   const SortingNeeds needs{ignored->Writes(), chat->Writes(), log_output->Writes(), sheet.List1.KeepsPlaces(),
                            sheet.RecordsMarkers};
   // One thread: the pieces are sorted and taken up as they are read.
@@ -237,11 +267,7 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   while (text.NextPiece(piece.lines, on_read)) piece = work.Hand(std::move(piece));
   work.Finish();
   const bool read_all = text.Error() == 0;
-  if (sheet.RecordsMarkers) {
-    DigestBeside(text, read_all, sorted.TakeMarkerBytes(), sheet);
-  } else {
-    sheet.SourceDigests.push_back("");
-  }
+  digests.Finish(text, read_all, sorted.TakeMarkerBytes());
   sheet.LinesRead += sorted.Lines();
   if (sheet.RecordsMarkers) {
     sheet.Markers.push_back(

@@ -37,7 +37,11 @@ std::vector<Stretch> StretchesOf(const std::vector<MarkerBytes>& markers, std::u
 // Hashes the log's bytes as they come, and each stretch's among them.
 class StretchHasher {
  public:
-  explicit StretchHasher(std::vector<Stretch> stretches) : stretches_(std::move(stretches)) { Step(0); }
+  // hash_log false: the log's digest is known, and only stretches are hashed.
+  StretchHasher(std::vector<Stretch> stretches, bool hash_log)
+      : stretches_(std::move(stretches)), hash_log_(hash_log) {
+    Step(0);
+  }
 
   // The next bytes of the log, which begin at offset at.
   void Add(std::string_view bytes, std::uint64_t at) {
@@ -64,7 +68,7 @@ class StretchHasher {
 
  private:
   void Feed(std::string_view bytes) {
-    log_.Add(bytes);
+    if (hash_log_) log_.Add(bytes);
     if (stretch_) stretch_->Add(bytes);
   }
   // Opens and closes the stretches that begin and end at offset at.
@@ -82,7 +86,7 @@ class StretchHasher {
   void Begin() {
     active_ = true;
     // The first stretch of a log is the log's own hash so far.
-    if (stretches_[next_].begin != 0) stretch_.emplace();
+    if (stretches_[next_].begin != 0 || !hash_log_) stretch_.emplace();
   }
   void Close() {
     Sha256 hash = stretch_ ? *stretch_ : log_;  // finished on a copy: the log's hash goes on
@@ -93,6 +97,7 @@ class StretchHasher {
   }
 
   std::vector<Stretch> stretches_;
+  bool hash_log_;
   std::size_t next_ = 0;  // the stretch being hashed, or the next one
   bool active_ = false;
   Sha256 log_;
@@ -105,8 +110,10 @@ class StretchHasher {
 std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size,
                                                            std::uint64_t lines_end,
                                                            const std::vector<MarkerBytes>& markers,
-                                                           bool with_stretches) {
+                                                           bool with_stretches,
+                                                           const std::string* log_digest) {
   std::vector<Stretch> stretches = with_stretches ? StretchesOf(markers, lines_end) : std::vector<Stretch>{};
+  if (log_digest != nullptr && stretches.empty()) return {*log_digest, {}};
   std::vector<char> piece(1 << 20);
   // A limit's line that ends in a CR takes the LF that follows as part of its line end.
   for (Stretch& stretch : stretches) {
@@ -115,16 +122,22 @@ std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t
         ::pread(fd, pair, 2, static_cast<off_t>(stretch.end - 1)) == 2 && pair[0] == '\r' && pair[1] == '\n')
       ++stretch.end;
   }
-  StretchHasher hasher(std::move(stretches));
-  std::uint64_t at = 0;
-  while (at < size) {
+  // With the log's digest known, only the bytes the stretches cover are read.
+  std::uint64_t at = log_digest != nullptr ? stretches.front().begin : 0;
+  const std::uint64_t end = log_digest != nullptr ? std::min(size, stretches.back().end) : size;
+  StretchHasher hasher(std::move(stretches), log_digest == nullptr);
+  while (at < end) {
     const ssize_t got =
-        ::pread(fd, piece.data(), std::min<std::uint64_t>(piece.size(), size - at), static_cast<off_t>(at));
+        ::pread(fd, piece.data(), std::min<std::uint64_t>(piece.size(), end - at), static_cast<off_t>(at));
     if (got <= 0) return {"", {}};
     hasher.Add(std::string_view(piece.data(), static_cast<std::size_t>(got)), at);
     at += static_cast<std::uint64_t>(got);
   }
-  return hasher.Finish();
+  auto digests = hasher.Finish();
+  if (log_digest != nullptr) digests.first = *log_digest;
+  return digests;
 }
+
+std::string HashLog(int fd, std::uint64_t size) { return DigestLog(fd, size, size, {}, false).first; }
 
 }  // namespace vantor

@@ -6,10 +6,11 @@
 // before it; line ends included, a CR LF pair whole. The stretches are
 // those the matches of a run are cut along (stats/matches.h), in order.
 //
-// Worked out once the log has been read, from the system's cache of it, on
-// a thread of its own: the stages after the import leave a core free. The
-// first stretch begins where the log does, so its digest is the log's hash
-// as it stood where the stretch ended, and those bytes are hashed once.
+// Worked out from the system's cache of the log on threads of their own:
+// the log's hash while it is imported, the stretches' once the markers are
+// known (the stages after the import leave a core free). Worked out in one
+// pass, the first stretch's digest is the log's hash as it stood where the
+// stretch ended.
 
 #include <cstdint>
 #include <string>
@@ -27,10 +28,15 @@ struct MarkerBytes {
 
 // The log's digest ("" when it cannot be read again) and, when with_stretches,
 // each stretch's. fd is the log, open for reading; size the bytes the
-// import read; lines_end where its last line ends.
+// import read; lines_end where its last line ends. A log_digest worked out
+// before (of size bytes) is taken as it is, and only the stretches are read.
 std::pair<std::string, std::vector<std::string>> DigestLog(int fd, std::uint64_t size,
                                                            std::uint64_t lines_end,
                                                            const std::vector<MarkerBytes>& markers,
-                                                           bool with_stretches);
+                                                           bool with_stretches,
+                                                           const std::string* log_digest = nullptr);
+
+// The SHA-256 of the first size bytes of the log; "" when they cannot be read.
+std::string HashLog(int fd, std::uint64_t size);
 
 }  // namespace vantor

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdint>
+#include <future>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -189,8 +191,12 @@ void FillRange(Worksheet& sheet, const RecognitionMemo& memo, const std::vector<
 void KillCheck(const RuleSet& rules, Worksheet& sheet) {
   WorksheetList& lines = sheet.List1;
   RecognitionMemo memo(rules, lines.Pool());
-  // A core that hashes the logs (for the summary or the archive) is left to it.
-  const std::size_t cores = WorkerThreads() - (sheet.PendingDigests.empty() || WorkerThreads() == 1 ? 0 : 1);
+  // A core that still hashes the logs (for the summary or the archive) is left to it.
+  const bool hashing =
+      std::any_of(sheet.PendingDigests.begin(), sheet.PendingDigests.end(), [](const auto& pending) {
+        return pending.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
+      });
+  const std::size_t cores = WorkerThreads() - (!hashing || WorkerThreads() == 1 ? 0 : 1);
   const std::size_t ranges = std::max<std::size_t>(1, std::min<std::size_t>(cores, lines.Count()));
   std::vector<Stretch> cut = RecogniseAndCount(sheet, memo, ranges);
   const std::vector<std::size_t> marker_rows = MarkerRows(sheet);
