@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/large_array.h"
 #include "analysis/source_line.h"
 
 namespace vantor {
@@ -68,7 +69,8 @@ struct MarkerPlace {
   std::string_view How() const { return row < kMatchMarkers.size() ? kMatchMarkers[row].how : kEndOfLogHow; }
 };
 
-using MarkerPlaces = std::vector<MarkerPlace>;
+// A log can hold hundreds of thousands (a client that left and came back).
+using MarkerPlaces = LargeVector<MarkerPlace>;
 
 namespace marker_bytes {
 
