@@ -134,20 +134,23 @@ void LineSet::Insert(Table& table, std::size_t at, std::string_view line, std::u
   slot.length = length;
   slot.bytes_and_tag = bytes_and_tag;
   slot.id_plus_one.store(id + 1, std::memory_order_release);
-  placed_.push_back({hash, length, bytes_and_tag, id});
   // At most half full, so a probe stays short.
   if (++count_ * 2 > table.mask + 1) Grow();
 }
 
+// A line's hash is worked out again from its bytes: quicker than keeping it.
 void LineSet::Grow() {
   const Table& old = *tables_.back();
   auto table = std::make_unique<Table>(2 * (old.mask + 1));
-  for (const Placed& line : placed_) {
-    std::size_t at = line.hash & table->mask;
+  for (std::size_t from = 0; from <= old.mask; ++from) {
+    const Slot& line = old.slots[from];
+    const std::uint32_t id_plus_one = line.id_plus_one.load(std::memory_order_relaxed);
+    if (id_plus_one == 0) continue;
+    std::size_t at = Hash({BytesOf(line.bytes_and_tag), line.length}) & table->mask;
     while (table->slots[at].id_plus_one.load(std::memory_order_relaxed) != 0) at = (at + 1) & table->mask;
     table->slots[at].length = line.length;
     table->slots[at].bytes_and_tag = line.bytes_and_tag;
-    table->slots[at].id_plus_one.store(line.id + 1, std::memory_order_relaxed);
+    table->slots[at].id_plus_one.store(id_plus_one, std::memory_order_relaxed);
   }
   // Readers that hold the old table go on with it.
   table_.store(table.get(), std::memory_order_release);

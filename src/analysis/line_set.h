@@ -20,8 +20,6 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/large_array.h"
-
 namespace vantor {
 
 class LineSet {
@@ -78,14 +76,6 @@ class LineSet {
     std::size_t mask;
     Slot* slots;
   };
-  // Where each line stands, for moving it to a larger table.
-  struct Placed {
-    std::uint64_t hash;
-    std::uint32_t length;
-    std::uint64_t bytes_and_tag;
-    std::uint32_t id;
-  };
-
   // Where the line stands, or the free slot where it would go.
   static std::size_t SlotOf(const Table& table, std::string_view line, std::uint64_t hash);
   // The same as far as tag and length tell, probing from the slot from on;
@@ -103,7 +93,6 @@ class LineSet {
   std::vector<std::unique_ptr<Table>> tables_;  // the current one last; readers may hold older ones
   std::vector<std::pair<char*, std::size_t>> chunks_;
   std::size_t chunk_used_ = 0;
-  LargeVector<Placed> placed_;
   std::size_t count_ = 0;
 };
 
