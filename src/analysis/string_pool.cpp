@@ -1,5 +1,7 @@
 #include "analysis/string_pool.h"
 
+#include <algorithm>
+#include <cstring>
 #include <functional>
 #include <stdexcept>
 
@@ -13,6 +15,21 @@ std::uint32_t TagOf(std::size_t hash) { return static_cast<std::uint32_t>(hash >
 }  // namespace
 
 StringPool::StringPool() : slots_(kFirstSlots) { Intern(""); }
+
+std::string_view StringPool::Keep(std::string_view text) {
+  constexpr std::size_t kBlock = std::size_t{256} << 10;
+  if (text.empty()) return {};
+  if (text.size() > block_left_) {
+    // A text longer than a block has one of its own.
+    block_left_ = std::max(kBlock, text.size());
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(block_left_));
+    block_end_ = blocks_.back().get() + block_left_;
+  }
+  char* const at = block_end_ - block_left_;
+  std::memcpy(at, text.data(), text.size());
+  block_left_ -= text.size();
+  return {at, text.size()};
+}
 
 std::size_t StringPool::SlotOf(std::string_view text, std::size_t hash) const {
   const std::size_t mask = slots_.size() - 1;
@@ -37,7 +54,7 @@ TextId StringPool::InternHashed(std::string_view text, std::size_t hash) {
   if (slots_[slot].id_plus_one != 0) return slots_[slot].id_plus_one - 1;
   if (texts_.size() >= std::size_t{UINT32_MAX} - 1) throw std::length_error("too many distinct texts");
   const auto id = static_cast<TextId>(texts_.size());
-  texts_.emplace_back(text);
+  texts_.push_back(Keep(text));
   hashes_.push_back(hash);
   slots_[slot] = {id + 1, TagOf(hash)};
   // At most half full, so a probe stays short.

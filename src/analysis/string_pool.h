@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +31,8 @@ class StringPool {
   TextId Intern(std::string_view text, std::size_t hash) { return InternHashed(text, hash); }
   // Asks for the slot where a text of that hash is looked up first, ahead of Intern.
   void Prefetch(std::size_t hash) const { __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]); }
-  const std::string& Text(TextId id) const { return texts_[id]; }
+  // Valid while the pool is: texts never move.
+  std::string_view Text(TextId id) const { return texts_[id]; }
   // The id of text, or an id no text has (Size()) when it was never added:
   // a row can then be compared with a fixed text as ids.
   TextId Find(std::string_view text) const;
@@ -50,9 +51,14 @@ class StringPool {
   std::size_t SlotOf(std::string_view text, std::size_t hash) const;
   TextId InternHashed(std::string_view text, std::size_t hash);
 
-  // A deque never moves what it holds: a text read from the pool stays
-  // valid while later texts are added.
-  std::deque<std::string> texts_;
+  // The texts' bytes, one after the other in blocks that never move, so
+  // that a text read from the pool stays valid while later texts are added
+  // and a new text costs no allocation of its own.
+  std::string_view Keep(std::string_view text);
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  std::size_t block_left_ = 0;
+  char* block_end_ = nullptr;
+  LargeVector<std::string_view> texts_;
   LargeVector<std::size_t> hashes_;  // per id, so growing never rehashes a text
   LargeVector<Slot> slots_;          // open addressing, at most half full
 };

@@ -16,7 +16,7 @@ void WorksheetList::KeepPlaces(bool keep) {
 std::vector<std::string> WorksheetList::Rows() const {
   std::vector<std::string> rows;
   rows.reserve(ids_.size());
-  for (TextId id : ids_) rows.push_back(pool_->Text(id));
+  for (TextId id : ids_) rows.emplace_back(pool_->Text(id));
   return rows;
 }
 

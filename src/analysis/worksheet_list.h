@@ -28,7 +28,7 @@ class WorksheetList {
 
   // Reading at or beyond the row count yields the empty string: several
   // stages read one row past the last on purpose.
-  const std::string& At(std::size_t row) const { return pool_->Text(IdAt(row)); }
+  std::string_view At(std::size_t row) const { return pool_->Text(IdAt(row)); }
   TextId IdAt(std::size_t row) const { return row < ids_.size() ? ids_[row] : StringPool::kEmpty; }
   std::size_t Count() const { return ids_.size(); }
   bool Empty() const { return ids_.empty(); }

@@ -76,7 +76,7 @@ class ReportWriter {
   template <typename Kinds>
   std::vector<std::string> TotalsText(const Kinds& kinds, std::size_t row) const {
     std::vector<std::string> values;
-    for (CountKind kind : kinds) values.push_back(table_[ColumnOf(kind)].At(row));
+    for (CountKind kind : kinds) values.emplace_back(table_[ColumnOf(kind)].At(row));
     return values;
   }
 

@@ -101,7 +101,7 @@ std::vector<Moment> MomentsOf(const RunRecord& run, const Match& match) {
     if (team != blue.end()) moments.push_back({e.killer.PlaceAt(row).place, team->second, false});
   }
   for (auto [row, end] = RowsIn(e.flag_text, kFlagEvents, match.span); row < end; ++row) {
-    const std::string& action = e.flag_action.At(row);
+    const std::string_view action = e.flag_action.At(row);
     if (action.starts_with("Flag Capture")) {
       moments.push_back({e.flag_text.PlaceAt(row).place, action.ends_with("(Blue)"), true});
     }

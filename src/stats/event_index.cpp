@@ -157,7 +157,7 @@ void EventIndex::IndexFlags(const Worksheet& sheet) {
     std::uint32_t& text = text_at[sheet.List5.IdAt(j)];
     if (text == kNone) {
       text = static_cast<std::uint32_t>(flag_texts_.size());
-      flag_texts_.push_back(FlagText{sheet.List5.At(j)});
+      flag_texts_.push_back(FlagText{std::string(sheet.List5.At(j))});
     }
     FlagText& entry = flag_texts_[text];
     std::uint32_t& known = action_at[sheet.List6.IdAt(j)];

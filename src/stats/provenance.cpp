@@ -167,8 +167,8 @@ std::vector<KillCount> KillMatrix(const RunRecord& run) {
   const StringPool& pool = run.events.killer.Pool();
   std::vector<KillCount> matrix;
   for (const auto& [ranks, count] : cells)
-    matrix.push_back(
-        {pool.Text(kills.Names()[ranks >> 32]), pool.Text(kills.Names()[ranks & UINT32_MAX]), count});
+    matrix.push_back({std::string(pool.Text(kills.Names()[ranks >> 32])),
+                      std::string(pool.Text(kills.Names()[ranks & UINT32_MAX])), count});
   return matrix;
 }
 

@@ -21,7 +21,8 @@ std::vector<RunRecord::NonMember> NonMembers(const Worksheet& sheet, const Event
   std::vector<RunRecord::NonMember> non_members;
   for (std::size_t i = 0; i < sheet.List7.Count(); ++i) {
     if (member_ids.count(sheet.List7.IdAt(i)) != 0) continue;
-    non_members.push_back({sheet.List7.At(i), NonMemberReason(events, sheet.List7.At(i), sheet.List2)});
+    non_members.push_back(
+        {std::string(sheet.List7.At(i)), NonMemberReason(events, sheet.List7.At(i), sheet.List2)});
   }
   return non_members;
 }

@@ -42,7 +42,7 @@ struct RunRecord {
   MarkerPlaces markers;  // where matches begin and end (with the places)
   int passes = 0;        // the propagation passes of team assignment in this run
 
-  const std::string& Text(TextId id) const { return events.killer.Pool().Text(id); }
+  std::string_view Text(TextId id) const { return events.killer.Pool().Text(id); }
   std::string TeamOf(std::size_t slot) const { return slot < blue_count ? "Blue" : "Red"; }
   // Whether slot is the first of its name (a name in both teams has two).
   bool FirstSlotOf(std::size_t slot) const;

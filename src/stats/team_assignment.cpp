@@ -78,7 +78,7 @@ void subCheckTeam(Worksheet& sheet, const EventIndex& events, int pass, TeamReas
     if (!id) continue;
     const EventIndex::PlayerEvents& player = events.Player(*id);
     if (!player.first_opponent) continue;
-    const std::string name = sheet.List7.At(i);
+    const std::string name(sheet.List7.At(i));
     const std::string& other = events.Name(*player.first_opponent);
     const TextId other_id = events.TextOf(*player.first_opponent);
     auto reason = [&](std::string_view team) {

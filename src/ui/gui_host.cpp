@@ -37,7 +37,7 @@ QString FromLocalBytes(std::string_view bytes) {
 
 }  // namespace
 
-QString FromLogBytes(const std::string& bytes) {
+QString FromLogBytes(std::string_view bytes) {
   QStringDecoder decoder("windows-1252");
   const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
   return decoder.isValid() ? decoder.decode(view) : QString::fromLatin1(view);

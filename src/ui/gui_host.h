@@ -19,7 +19,7 @@ class Desktop;
 class FileOpenDialog;
 
 // Bytes of the log shown in a widget: the game writes Windows-1252.
-QString FromLogBytes(const std::string& bytes);
+QString FromLogBytes(std::string_view bytes);
 
 // The controls of the main window the core reads and moves.
 struct HostControls {
