@@ -18,7 +18,8 @@ StringPool::StringPool() : slots_(kFirstSlots) { Intern(""); }
 
 std::string_view StringPool::Keep(std::string_view text) {
   constexpr std::size_t kBlock = std::size_t{256} << 10;
-  if (text.empty()) return {};
+  // A view of no bytes still points somewhere: texts go to C functions.
+  if (text.empty()) return std::string_view("", 0);
   if (text.size() > block_left_) {
     // A text longer than a block has one of its own.
     block_left_ = std::max(kBlock, text.size());
