@@ -249,9 +249,9 @@ void ImportLog(const std::string& file_name, const std::string& side_dir, Host& 
   for (TextId row : sheet.List1.Ids()) log_output->WriteLine(sheet.List1.Pool().Text(row));
   sheet.SourceFiles.push_back(file_name);
   const std::size_t file = sheet.SourceFiles.size() - 1;
-  // Room for the rows a log of this size keeps at most as often as a game's
-  // logs do (one line in 56 bytes for a busy server), so that List1 is not
-  // copied as it grows; room not used is never touched.
+  // Room for a row per 32 bytes of the log (a busy server's log keeps a
+  // line in about 56), so that List1 is not copied as it grows; room not
+  // used is never touched, and a denser log still grows as before.
   sheet.List1.Reserve(sheet.List1.Count() + size / kBytesPerKeptLine);
   SortedPieces sorted(sheet, file, *ignored, *chat, *log_output);
   LogDigests digests(text, sheet);
